@@ -1,0 +1,48 @@
+#pragma once
+// The tool's process-wide values, in one place. A Session owns one of these.
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace r6183 {
+
+struct ProcessState {
+  // paths, formed at start-up
+  std::string SettingsPath;
+  std::string ErrorsDbPath;
+  std::string DefaultDbPath;
+  std::string WorkDbPath;
+
+  // the open document
+  std::string CurrentFileName;  // empty, "Untitled" or a full path
+  int16_t DatabaseDirty = 0;
+  int16_t EventCount = 0;
+  uint8_t SystemConfig = 0;
+  int16_t ClocksEnabled = 0;
+  std::string ProgramDbRevision = "02.00";
+  std::string ProgramDbRevisionShort = "2.00";
+  uint8_t ScheduleNumber = 0;
+
+  // flags
+  int16_t TraceComm = 0;
+  int16_t TraceAT = 0;
+  int16_t ModemReleasePending = 0;
+  int16_t SaveCancelled = 0;
+  int16_t AcceptAllChanges = 0;
+  int16_t DateTimeActive = 0;
+
+  // settings.ini
+  int16_t ComPortNumber = 1;
+  int16_t DebugLevel = 0;
+  int32_t MdiHeight = 0;
+  int32_t MdiWidth = 0;
+  int32_t SwitchBoardTop = 0;
+  int32_t SwitchBoardLeft = 0;
+  int32_t SwitchBoardWidth = 0;
+  int32_t SwitchBoardHeight = 0;
+  // RecentFiles[1] is the most recent; element 0 is unused so that slots keep
+  // their numbers 1 to 4.
+  std::array<std::string, 5> RecentFiles{};
+};
+
+}  // namespace r6183
