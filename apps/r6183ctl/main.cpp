@@ -1,1 +1,51 @@
-int main() { return 0; }
+// r6183ctl: the command-line companion of the programming tool, for scripted work,
+// service technicians and tests.
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+
+#include "Commands.h"
+#include "ConsolePrompter.h"
+#include "shell/AppDir.h"
+#include "shell/ErrorsMaintenance.h"
+#include "shell/Session.h"
+
+int main(int argc, char** argv) {
+  using namespace r6183;
+  CLI::App app{"R-6183 Programming Tool, command line"};
+  app.require_subcommand(1);
+  std::string appdir;
+  app.add_option("--appdir", appdir, "application directory (default: as the tool finds it)");
+
+  std::string file;
+  bool force = false;
+  auto* check = app.add_subcommand("check", "tell whether FILE is a valid programming document");
+  check->add_option("FILE", file)->required();
+  auto* dump = app.add_subcommand("dump", "print every programming table of FILE, a line a row");
+  dump->add_option("FILE", file)->required();
+  auto* make = app.add_subcommand("new", "write a new programming document to FILE");
+  make->add_option("FILE", file)->required();
+  make->add_flag("--force", force, "replace FILE when it exists");
+
+  CLI11_PARSE(app, argc, argv);
+
+  try {
+    AppDir dir = appdir.empty() ? AppDir::Locate("/proc/self/exe") : AppDir(appdir);
+    if (!std::filesystem::is_directory(dir.Dir())) {
+      std::cerr << "r6183ctl: no application directory at " << dir.DirString() << '\n';
+      return 2;
+    }
+    ctl::ConsolePrompter prompter;
+    SystemClock clock;
+    Session session(dir, prompter, clock);
+    RestoreErrorsDatabase(session);
+
+    if (*check) return ctl::Check(session, file);
+    if (*dump) return ctl::Dump(session, file);
+    if (*make) return ctl::New(session, file, force);
+  } catch (const std::exception& e) {
+    std::cerr << "r6183ctl: " << e.what() << '\n';
+    return 2;
+  }
+  return 2;
+}

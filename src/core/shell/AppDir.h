@@ -40,4 +40,8 @@ class AppDir {
 std::optional<std::filesystem::path> FindNoCase(const std::filesystem::path& dir,
                                                 std::string_view name);
 
+// `path` itself when it exists, else the entry of its directory whose name matches
+// without regard to case, else `path` unchanged.
+std::string ResolveNoCase(const std::string& path);
+
 }  // namespace r6183

@@ -30,6 +30,7 @@ constexpr std::array kErrorTexts{
     ErrorText{err::PermissionDenied, "Permission denied"},
     ErrorText{err::PathFileAccessError, "Path/File access error"},
     ErrorText{err::PathNotFound, "Path not found"},
+    ErrorText{err::ObjectNotSet, "Object variable or With block variable not set"},
     ErrorText{err::InvalidUseOfNull, "Invalid use of Null"},
     ErrorText{err::UpdateWithoutEdit, "Update or CancelUpdate without AddNew or Edit."},
     ErrorText{err::NoCurrentRecord, "No current record."},

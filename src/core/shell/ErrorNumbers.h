@@ -13,6 +13,7 @@ inline constexpr int16_t Overflow = 6;
 inline constexpr int16_t OutOfMemory = 7;
 inline constexpr int16_t SubscriptOutOfRange = 9;
 inline constexpr int16_t TypeMismatch = 13;
+inline constexpr int16_t ObjectNotSet = 91;
 inline constexpr int16_t BadFileNameOrNumber = 52;
 inline constexpr int16_t FileNotFound = 53;
 inline constexpr int16_t FileAlreadyOpen = 55;

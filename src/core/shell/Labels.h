@@ -12,4 +12,5 @@ inline constexpr std::string_view INIClass = "INIClass";
 inline constexpr std::string_view modRegistry = "modRegistry";
 inline constexpr std::string_view timer = "timer";
 inline constexpr std::string_view Unknown = "Unknown";
+inline constexpr std::string_view ModComm = "ModComm";
 }  // namespace r6183::labels

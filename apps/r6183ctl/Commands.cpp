@@ -1,0 +1,112 @@
+#include "Commands.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "PrivateDir.h"
+#include "database/Database.h"
+#include "database/DocumentChecks.h"
+#include "database/DocumentDump.h"
+#include "database/Recordset.h"
+#include "database/ToneDefaults.h"
+#include "shell/Conversions.h"
+#include "shell/FileOps.h"
+#include "shell/Session.h"
+
+namespace r6183::ctl {
+
+namespace fs = std::filesystem;
+
+namespace {
+// A copy of FILE in `dir`; raises with the reason when FILE can't be read.
+std::string PrivateCopy(const std::string& file, const PrivateDir& dir) {
+  std::ifstream probe(file, std::ios::binary);
+  if (!fs::is_regular_file(file) || !probe)
+    throw std::runtime_error("cannot read " + file + ": " +
+                             (fs::exists(file) ? "permission denied or not a file" : "no such file"));
+  const std::string copy = dir / "document.mdb";
+  fs::copy_file(file, copy);
+  return copy;
+}
+
+std::string RevOf(const std::string& path) {
+  try {
+    Database db = Database::Open(path, {.readOnly = true});
+    Recordset rs = db.OpenRecordset("Rev", RecordsetType::Snapshot);
+    return rs.IsEOF() ? std::string() : TextOf(rs["rev"].GetValue());
+  } catch (...) {
+    return {};
+  }
+}
+}  // namespace
+
+int Check(Session& session, const std::string& file) {
+  PrivateDir dir;
+  std::string copy;
+  try {
+    copy = PrivateCopy(file, dir);
+  } catch (const std::exception& e) {
+    std::cerr << "r6183ctl: " << e.what() << '\n';
+    return 2;
+  }
+  const bool valid = ValidDatabase(session, copy);
+  const ProcessState& st = session.state;
+  std::cout << (valid ? "valid" : "invalid") << '\n'
+            << "EventCount=" << st.EventCount << '\n'
+            << "SystemConfig=" << int(st.SystemConfig) << '\n'
+            << "ClocksEnabled=" << (st.ClocksEnabled ? 1 : 0) << '\n'
+            << "Rev=" << RevOf(copy) << '\n';
+  return valid ? 0 : 1;
+}
+
+int Dump(Session&, const std::string& file) {
+  PrivateDir dir;
+  try {
+    const std::string copy = PrivateCopy(file, dir);
+    Database db = Database::Open(copy, {.readOnly = true});
+    std::ostringstream text;
+    DumpDocument(db, text);
+    std::cout << text.str();
+    return 0;
+  } catch (const std::exception& e) {
+    std::cerr << "r6183ctl: " << file << ": " << e.what() << '\n';
+    return 2;
+  }
+}
+
+int New(Session& session, const std::string& file, bool force) {
+  if (fs::exists(file) && !force) {
+    std::cerr << "r6183ctl: " << file << " exists (use --force to replace it)\n";
+    return 1;
+  }
+  PrivateDir dir;
+  // a private work copy, so that a running desktop program keeps its own
+  session.state.WorkDbPath = dir / "~TEMP";
+  if (!session.appDir().Has("DEFAULT") ||
+      !CopyFileChecked(session.appDir().PathOf("DEFAULT"), session.state.WorkDbPath)) {
+    std::cerr << "r6183ctl: Error opening Work database.\n";
+    return 1;
+  }
+  UpdateData(session);
+  if (!ValidDatabase(session, session.state.WorkDbPath)) {
+    std::cerr << "r6183ctl: The default database does not exist.\n";
+    return 1;
+  }
+  // written beside the target and renamed, so that no half-written file is left
+  const fs::path target = fs::absolute(file);
+  const fs::path part = target.parent_path() / ("." + target.filename().string() + ".part");
+  std::error_code ec;
+  fs::copy_file(session.state.WorkDbPath, part, fs::copy_options::overwrite_existing, ec);
+  if (!ec) fs::rename(part, target, ec);
+  if (ec) {
+    fs::remove(part);
+    std::cerr << "r6183ctl: cannot write " << file << ": " << ec.message() << '\n';
+    return 1;
+  }
+  std::cout << "created " << file << '\n';
+  return 0;
+}
+
+}  // namespace r6183::ctl

@@ -1,0 +1,18 @@
+#pragma once
+// The commands of r6183ctl. Each returns the process exit code.
+#include <string>
+
+namespace r6183 {
+class Session;
+}
+
+namespace r6183::ctl {
+
+// valid / invalid and the counts; 0 valid, 1 invalid, 2 unreadable. FILE is never written.
+int Check(Session& session, const std::string& file);
+// Every programming table, one line a row; 0 on success, 2 unreadable.
+int Dump(Session& session, const std::string& file);
+// A new document as the New command makes it, written to FILE; 0 on success.
+int New(Session& session, const std::string& file, bool force);
+
+}  // namespace r6183::ctl

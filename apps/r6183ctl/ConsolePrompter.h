@@ -1,0 +1,40 @@
+#pragma once
+// The prompter of the command line: notices go to stderr, questions take the answer
+// given on the command line (--yes) or the safe one.
+#include <iostream>
+
+#include "shell/Prompter.h"
+
+namespace r6183::ctl {
+
+class ConsolePrompter : public Prompter {
+ public:
+  explicit ConsolePrompter(bool yes = false) : yes_(yes) {}
+  void SetYes(bool yes) { yes_ = yes; }
+
+  Answer Message(const std::string& text, Buttons buttons, Icon, const std::string& title) override {
+    std::cerr << (title.empty() ? "" : title + ": ") << text << '\n';
+    switch (buttons) {
+      case Buttons::Ok:
+        return Answer::Ok;
+      case Buttons::OkCancel:
+        return yes_ ? Answer::Ok : Answer::Cancel;
+      case Buttons::YesNo:
+        return yes_ ? Answer::Yes : Answer::No;
+      case Buttons::YesNoCancel:
+        return yes_ ? Answer::Yes : Answer::Cancel;
+      case Buttons::RetryCancel:
+        return Answer::Cancel;
+      case Buttons::AbortRetryIgnore:
+        return Answer::Abort;
+    }
+    return Answer::Cancel;
+  }
+  std::optional<std::string> OpenFile(const FileChoice&) override { return std::nullopt; }
+  std::optional<std::string> SaveFile(const FileChoice&) override { return std::nullopt; }
+
+ private:
+  bool yes_;
+};
+
+}  // namespace r6183::ctl

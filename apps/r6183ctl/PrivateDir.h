@@ -1,0 +1,30 @@
+#pragma once
+// A private scratch directory that goes away with its object, so that commands can
+// work on copies and never touch the operator's files or the desktop program's work copy.
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace r6183::ctl {
+
+class PrivateDir {
+ public:
+  PrivateDir() {
+    std::string tmpl = (std::filesystem::temp_directory_path() / "r6183ctl-XXXXXX").string();
+    if (!::mkdtemp(tmpl.data())) throw std::runtime_error("cannot make a temporary directory");
+    path_ = tmpl;
+  }
+  ~PrivateDir() {
+    std::error_code ec;
+    std::filesystem::remove_all(path_, ec);
+  }
+  PrivateDir(const PrivateDir&) = delete;
+  PrivateDir& operator=(const PrivateDir&) = delete;
+  std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace r6183::ctl
