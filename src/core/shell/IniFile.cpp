@@ -135,7 +135,7 @@ bool ReplaceFileAtomically(const std::string& given, const std::string& bytes) {
   std::error_code ec;
   const fs::path resolved = fs::is_symlink(given, ec) ? fs::canonical(given, ec) : fs::path(given);
   const std::string path = ec ? given : resolved.string();
-  struct stat old{};
+  struct stat old {};
   const bool existed = ::stat(path.c_str(), &old) == 0;
   std::string tmp;
   int fd = -1;

@@ -1,5 +1,7 @@
 #include "shell/ProductIdentity.h"
 
+#include <iterator>
+
 #include "shell/Labels.h"
 #include "shell/Registry.h"
 #include "shell/Session.h"
@@ -27,8 +29,8 @@ constexpr ProductRow kProducts[] = {
      "/kt48.ico"},
     {"Tarnel Brightway", "PN-48", "Tarnel Brightway PN-48 Programming Tool", "11/06/2001",
      "PN48hlp.chm", "PN48hlp.hlp", "/PN-48.ico"},
-    {"Orvane", "MF-48", "Orvane MF-48 Programming Tool", "11/06/2001", "MF48hlp.chm",
-     "MF48hlp.hlp", "/MF-48.ico"},
+    {"Orvane", "MF-48", "Orvane MF-48 Programming Tool", "11/06/2001", "MF48hlp.chm", "MF48hlp.hlp",
+     "/MF-48.ico"},
 };
 constexpr int kProductCount = static_cast<int>(std::size(kProducts));
 
@@ -81,15 +83,24 @@ int BrowserVersionFrom(std::string_view versionText) {
 }
 
 std::array<std::string, 9> ReportFileNames(int productIndex) {
-  static constexpr const char* kStems[] = {"sched", "event", "bgm",    "class", "clid",
+  static constexpr const char* kStems[] = {"sched", "event",   "bgm",     "class", "clid",
                                            "dip",   "pagegrp", "phonlst", "clocks"};
   std::string prefix, suffix;
   switch (productIndex) {
-    case 0: prefix = "s"; break;
-    case 2: prefix = "c"; break;
-    case 3: suffix = "CC"; break;
-    case 4: prefix = "I"; break;
-    default: break;
+    case 0:
+      prefix = "s";
+      break;
+    case 2:
+      prefix = "c";
+      break;
+    case 3:
+      suffix = "CC";
+      break;
+    case 4:
+      prefix = "I";
+      break;
+    default:
+      break;
   }
   std::array<std::string, 9> names;
   for (std::size_t i = 0; i < names.size(); ++i)
@@ -98,8 +109,8 @@ std::array<std::string, 9> ReportFileNames(int productIndex) {
 }
 
 void AA_Sys_WhoAmi(Session& session) {
-  const std::string version = GetRegString(RegistryHive::LocalMachine,
-                                           "Software\\Microsoft\\Internet Explorer", "Version");
+  const std::string version =
+      GetRegString(RegistryHive::LocalMachine, "Software\\Microsoft\\Internet Explorer", "Version");
   session.product = IdentityFor(kProductIndex, BrowserVersionFrom(version));
 
   step(session.journal(), Where{labels::AA_Sys_WhoAmi, "iniSysOpt"}, [&] {

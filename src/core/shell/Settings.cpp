@@ -58,7 +58,8 @@ void GetFileArray(Session& session) {
   step(session.journal(), Where{labels::modProject, "GetFileArray"}, [&] {
     INIClass ini = OpenSection(session, kLastFiles);
     for (int slot = 1; slot <= kRecentCount; ++slot)
-      session.state.RecentFiles[static_cast<std::size_t>(slot)] = ini.ReadString_From_INI(FileKey(slot));
+      session.state.RecentFiles[static_cast<std::size_t>(slot)] =
+          ini.ReadString_From_INI(FileKey(slot));
   });
 }
 

@@ -1,8 +1,7 @@
-#include "shell/ProductIdentity.h"
-
 #include <gtest/gtest.h>
 
 #include "JournalRows.h"
+#include "shell/ProductIdentity.h"
 #include "shell/Registry.h"
 #include "support/TestSupport.h"
 
@@ -11,63 +10,46 @@ namespace {
 
 TEST(ProductIdentityTest, HelpFileFormFollowsTheBrowserVersion) {
   const struct {
-    int product;
-    int browser;
+    int product, browser;
     const char* help;
-  } cases[] = {
-      {1, 4, "6183.chm"},     {1, 11, "6183.chm"},    {1, 3, "6183.hlp"},
-      {1, 0, "6183.hlp"},     {2, 5, "KT48.chm"},     {2, 3, "KT48.hlp"},
-      {3, 4, "PN48hlp.chm"},  {3, 0, "PN48hlp.hlp"},  {4, 4, "MF48hlp.chm"},
-      {4, 3, "MF48hlp.hlp"},  {0, 0, "8362.chm"},     {0, 3, "8362.chm"},
-      {0, 6, "8362.chm"},
-  };
+  } cases[] = {{1, 4, "6183.chm"}, {1, 11, "6183.chm"},   {1, 3, "6183.hlp"},
+               {1, 0, "6183.hlp"}, {3, 4, "PN48hlp.chm"}, {4, 3, "MF48hlp.hlp"},
+               {0, 0, "8362.chm"}, {0, 6, "8362.chm"}};
   for (const auto& c : cases)
     EXPECT_EQ(IdentityFor(c.product, c.browser).HelpFileName, c.help)
-        << "product " << c.product << ", browser " << c.browser;
+        << c.product << "/" << c.browser;
 }
 
-TEST(ProductIdentityTest, WordsOfEachProduct) {
+TEST(ProductIdentityTest, CaptionAndNoticeOfEachProduct) {
   const struct {
     int product;
-    const char* model;
-    const char* title;
-    const char* caption;
-    const char* notice;
-    const char* icon;
+    const char *caption, *notice;
   } cases[] = {
-      {0, "8362", "Lumetra 8362 Haldric Communications System",
-       "8362 Programming Tool  -  06/15/2000", "Copyright (C) 1996-2000 Orvane. All rights reserved.",
-       "/8362.ico"},
-      {1, "R-6183", "Orvane R-6183 Programming Tool", "R-6183 Programming Tool  -  11/06/2001",
-       "Copyright (C) 1996-2001 Orvane. All rights reserved.", "/r6183.ico"},
-      {2, "KT-48", "Vespane KT-48 Programming Tool", "KT-48 Programming Tool  -  11/06/2001",
-       "Copyright (C) 1996-2001 Vespane. All rights reserved.", "/kt48.ico"},
-      {3, "PN-48", "Tarnel Brightway PN-48 Programming Tool", "PN-48 Programming Tool  -  11/06/2001",
-       "Copyright (C) 1996-2001 Orvane. All rights reserved.", "/PN-48.ico"},
-      {4, "MF-48", "Orvane MF-48 Programming Tool", "MF-48 Programming Tool  -  11/06/2001",
-       "Copyright (C) 1996-2001 Orvane. All rights reserved.", "/MF-48.ico"},
+      {0, "8362 Programming Tool  -  06/15/2000",
+       "Copyright (C) 1996-2000 Orvane. All rights reserved."},
+      {1, "R-6183 Programming Tool  -  11/06/2001",
+       "Copyright (C) 1996-2001 Orvane. All rights reserved."},
+      {2, "KT-48 Programming Tool  -  11/06/2001",
+       "Copyright (C) 1996-2001 Vespane. All rights reserved."},
+      {3, "PN-48 Programming Tool  -  11/06/2001",
+       "Copyright (C) 1996-2001 Orvane. All rights reserved."},
   };
   for (const auto& c : cases) {
     const ProductIdentity id = IdentityFor(c.product, 5);
-    EXPECT_EQ(id.ProductModel, c.model);
-    EXPECT_EQ(id.ProductTitle, c.title);
     EXPECT_EQ(id.ProductCaption, c.caption);
     EXPECT_EQ(id.LegalNotice, c.notice);
-    EXPECT_EQ(id.IconName, c.icon);
     EXPECT_EQ(id.ProductVersionText, "Version - 2.00");
     EXPECT_EQ(id.ProductCode, c.product);
   }
-  EXPECT_EQ(IdentityFor(3, 5).ProductBrand, "Tarnel Brightway");
+  EXPECT_EQ(IdentityFor(4, 5).IconName, "/MF-48.ico");
   EXPECT_EQ(IdentityFor(5, 5).ProductTitle, "");
-  EXPECT_EQ(IdentityFor(-1, 5).ProductCode, -1);
 }
 
 TEST(ProductIdentityTest, BrowserVersionIsTheNumberBeforeTheFirstPoint) {
   const struct {
     const char* text;
     int version;
-  } cases[] = {{"", 0},   {"5.50.4807.2300", 5}, {"11", 11}, {"11.0.9600", 11},
-               {"abc", 0}, {".5", 0},            {"4.x", 4}, {"6a.1", 6}};
+  } cases[] = {{"", 0}, {"5.50.4807.2300", 5}, {"11", 11}, {"abc", 0}, {".5", 0}, {"6a.1", 6}};
   for (const auto& c : cases) EXPECT_EQ(BrowserVersionFrom(c.text), c.version) << c.text;
 }
 
@@ -75,17 +57,12 @@ TEST(ProductIdentityTest, ReportNamesOfEachProduct) {
   const struct {
     int product;
     const char* first;
-    const char* last;
-  } cases[] = {{0, "reports/ssched.rpt", "reports/sclocks.rpt"},
-               {1, "reports/sched.rpt", "reports/clocks.rpt"},
-               {2, "reports/csched.rpt", "reports/cclocks.rpt"},
-               {3, "reports/schedCC.rpt", "reports/clocksCC.rpt"},
-               {4, "reports/Isched.rpt", "reports/Iclocks.rpt"}};
-  for (const auto& c : cases) {
-    const auto names = ReportFileNames(c.product);
-    EXPECT_EQ(names.front(), c.first);
-    EXPECT_EQ(names.back(), c.last);
-  }
+  } cases[] = {{0, "reports/ssched.rpt"},
+               {2, "reports/csched.rpt"},
+               {3, "reports/schedCC.rpt"},
+               {4, "reports/Isched.rpt"}};
+  for (const auto& c : cases) EXPECT_EQ(ReportFileNames(c.product)[0], c.first);
+  EXPECT_EQ(ReportFileNames(3)[8], "reports/clocksCC.rpt");
   EXPECT_EQ(ReportFileNames(1),
             (std::array<std::string, 9>{"reports/sched.rpt", "reports/event.rpt", "reports/bgm.rpt",
                                         "reports/class.rpt", "reports/clid.rpt", "reports/dip.rpt",
