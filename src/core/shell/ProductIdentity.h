@@ -21,6 +21,7 @@ struct ProductIdentity {
   std::string LegalNotice;
   std::string ProductCaption;
   std::string IconName;  // with its leading "/", relative to the application directory
+  std::string IconPath;  // the icon file found in the application directory, or empty
   int ProductCode = -1;  // the product index, -1 until established
 };
 
