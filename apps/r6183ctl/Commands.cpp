@@ -85,7 +85,7 @@ int New(Session& session, const std::string& file, bool force) {
   // a private work copy, so that a running desktop program keeps its own
   session.state.WorkDbPath = dir / "~TEMP";
   if (!session.appDir().Has("DEFAULT") ||
-      !CopyFileChecked(session.appDir().PathOf("DEFAULT"), session.state.WorkDbPath)) {
+      !ReplaceWithCopy(session.appDir().PathOf("DEFAULT"), session.state.WorkDbPath)) {
     std::cerr << "r6183ctl: Error opening Work database.\n";
     return 1;
   }

@@ -1,5 +1,9 @@
 #include "support/TestSupport.h"
 
+#include <grp.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -52,6 +56,38 @@ std::string ReadFile(const fs::path& p) {
   std::stringstream ss;
   ss << in.rdbuf();
   return ss.str();
+}
+
+namespace {
+void ChownTree(const fs::path& root, uid_t uid, gid_t gid) {
+  std::error_code ec;
+  (void)::lchown(root.c_str(), uid, gid);
+  for (auto it = fs::recursive_directory_iterator(root, ec); !ec && it != fs::recursive_directory_iterator();
+       it.increment(ec))
+    (void)::lchown(it->path().c_str(), uid, gid);
+}
+}  // namespace
+
+bool AsUnprivileged(const fs::path& owned, const std::function<bool()>& fn) {
+  if (::geteuid() != 0) return fn();
+  constexpr uid_t kNobody = 65534;
+  ChownTree(owned, kNobody, kNobody);
+  std::fflush(nullptr);
+  const pid_t pid = ::fork();
+  if (pid == 0) {
+    bool ok = false;
+    if (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0) {
+      try {
+        ok = fn();
+      } catch (...) {
+      }
+    }
+    std::_Exit(ok ? 0 : 1);
+  }
+  int status = 0;
+  const bool waited = pid > 0 && ::waitpid(pid, &status, 0) == pid;
+  ChownTree(owned, 0, 0);
+  return waited && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 TestSession::TestSession() {

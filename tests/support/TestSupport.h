@@ -2,6 +2,7 @@
 // Helpers of the test programs: temporary directories that clean up after
 // themselves, application directories staged from the build, and sessions on them.
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -34,6 +35,11 @@ fs::path StagedAppDir();
 void CopyStagedAppDir(const fs::path& target);
 
 void WriteFile(const fs::path& p, const std::string& bytes);
+
+// Runs `fn` as an unprivileged user when the tests run as root, since root writes,
+// reads and deletes where an operator can't; `owned` (a test's own directory) is
+// handed to that user meanwhile. Runs `fn` directly otherwise. Returns its result.
+bool AsUnprivileged(const fs::path& owned, const std::function<bool()>& fn);
 std::string ReadFile(const fs::path& p);
 
 // A session on a fresh copy of the staged application directory, with a scripted

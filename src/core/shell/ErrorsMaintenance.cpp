@@ -7,6 +7,7 @@
 
 #include "shell/AppDir.h"
 #include "shell/FileOps.h"
+#include "shell/Utility.h"
 #include "shell/Labels.h"
 #include "shell/Session.h"
 
@@ -30,7 +31,7 @@ bool RestoreErrorsDatabase(Session& session) {
   if (IsFile(errors)) return true;
   for (const char* ext : {"Bak", "old"}) {
     const std::string copy = ResolveNoCase(GetBackUpName(errors, ext));
-    if (Exists(copy) && CopyFileChecked(copy, errors)) return true;
+    if (Exists(copy) && ReplaceWithCopy(copy, errors)) return true;
   }
   return false;
 }
@@ -69,9 +70,9 @@ void CompactErrors(Session& session) {
   if (!Exists(bak)) return fail("Compact Failed.");
 
   if (!fcnRemoveFile(old)) return fail("Unable to remove OLD File");
-  if (!CopyFileChecked(errors, old)) return fail("Unable to copy errors file to .old.");
+  if (!ReplaceWithCopy(errors, old)) return fail("Unable to copy errors file to .old.");
   if (!fcnRemoveFile(errors)) return fail("Unable to remove errors File");
-  if (!CopyFileChecked(bak, errors)) return fail("Unable to copy bak File to Errors File.");
+  if (!ReplaceWithCopy(bak, errors)) return fail("Unable to copy bak File to Errors File.");
 }
 
 }  // namespace r6183

@@ -12,7 +12,7 @@ bool CheckList(Session& session, const std::string& list, const std::string& shi
   const AppDir& dir = session.appDir();
   if (!dir.Has(list)) {
     if (!CheckFile(session, shipped)) return false;
-    CopyFileChecked(dir.PathOf(shipped), dir.PathOf(list));
+    ReplaceWithCopy(dir.PathOf(shipped), dir.PathOf(list));
   }
   return CheckFile(session, list);
 }
