@@ -64,9 +64,8 @@ Database::Database(std::shared_ptr<Connection> c) : conn_(std::move(c)) {}
 // Another connection holding the file that way makes Open raise 3045.
 Database Database::Open(const std::string& path, OpenOptions options) {
   std::error_code ec;
-  if (!std::filesystem::exists(path, ec)) throw RuntimeError(err::CannotFindFile);
-  if (std::filesystem::is_regular_file(path, ec) && std::filesystem::file_size(path, ec) == 0)
-    throw RuntimeError(err::NotADatabase);
+  if (!std::filesystem::is_regular_file(path, ec)) throw RuntimeError(err::CannotFindFile);
+  if (std::filesystem::file_size(path, ec) == 0) throw RuntimeError(err::NotADatabase);
 
   auto c = std::make_shared<Connection>();
   c->path = path;

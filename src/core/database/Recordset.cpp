@@ -194,25 +194,28 @@ const std::vector<Value>& Defaults(RowSet& set) {
   return *set.defaults;
 }
 
-// Runs an INSERT or UPDATE ending in "RETURNING rowid, <origin columns>" and
-// puts the stored values into the row. False when no row came back.
+// Runs an INSERT or UPDATE ending in "RETURNING rowid" and reads the row back as
+// the table holds it. False when no row was written.
 bool WriteAndRead(RowSet& set, sql::Statement& st, int64_t& rowid, std::vector<Value>& values) {
   if (!st.Step()) return false;
   rowid = sqlite3_column_int64(st.get(), 0);
-  int col = 1;
-  for (std::size_t i = 0; i < set.fields.size(); ++i)
-    if (!set.origins[i].empty()) values[i] = st.Column(col++);
   while (st.Step()) {
   }
+  std::string columns;
+  for (const auto& o : set.origins)
+    if (!o.empty()) columns += (columns.empty() ? "" : ", ") + sql::Quote(o);
+  if (columns.empty()) return true;
+  sql::Statement read(set.conn->raw(),
+                      "SELECT " + columns + " FROM " + sql::Quote(set.table) + " WHERE rowid = ?");
+  read.Bind(1, Value(static_cast<long long>(rowid)));
+  if (!read.Step()) return true;
+  int col = 0;
+  for (std::size_t i = 0; i < set.fields.size(); ++i)
+    if (!set.origins[i].empty()) values[i] = read.Column(col++);
   return true;
 }
 
-std::string ReturningClause(const RowSet& set) {
-  std::string r = " RETURNING rowid";
-  for (const auto& o : set.origins)
-    if (!o.empty()) r += ", " + sql::Quote(o);
-  return r;
-}
+constexpr const char* kReturning = " RETURNING rowid";
 
 Value ConvertForField(const FieldInfo& f, const Value& v) {
   if (v.IsNull()) return v;
@@ -354,11 +357,11 @@ void Recordset::MoveLast() {
 }
 
 // Without a current row (a fresh clone) MoveNext goes to the first row and
-// MovePrevious to the last.
+// MovePrevious to the last. From a deleted row they go on even when it was the last.
 void Recordset::MoveNext() {
   auto& s = Need(s_);
   DropEdit(s);
-  if (IsEOF()) throw RuntimeError(err::NoCurrentRecord);
+  if (s.at == At::Eof || (s.at != At::Row && s.set->live == 0)) throw RuntimeError(err::NoCurrentRecord);
   const auto i = NextLive(*s.set, s.at == At::Row ? s.index + 1 : 0);
   if (i) {
     s.at = At::Row;
@@ -371,7 +374,7 @@ void Recordset::MoveNext() {
 void Recordset::MovePrevious() {
   auto& s = Need(s_);
   DropEdit(s);
-  if (IsBOF()) throw RuntimeError(err::NoCurrentRecord);
+  if (s.at == At::Bof || (s.at != At::Row && s.set->live == 0)) throw RuntimeError(err::NoCurrentRecord);
   const auto i = PreviousLive(*s.set, s.at == At::Row ? s.index : s.set->rows.size());
   if (i) {
     s.at = At::Row;
@@ -527,7 +530,7 @@ void Recordset::Update() {
     }
     std::string text = "INSERT INTO " + sql::Quote(set.table);
     text += params.empty() ? " DEFAULT VALUES" : " (" + columns + ") VALUES (" + marks + ")";
-    sql::Statement st(db, text + ReturningClause(set));
+    sql::Statement st(db, text + kReturning);
     for (std::size_t i = 0; i < params.size(); ++i) st.Bind(static_cast<int>(i + 1), params[i]);
     int64_t rowid = 0;
     WriteAndRead(set, st, rowid, values);
@@ -557,7 +560,7 @@ void Recordset::Update() {
   }
   if (!params.empty()) {
     sql::Statement st(db, "UPDATE " + sql::Quote(set.table) + " SET " + assignments +
-                              " WHERE rowid = ?" + ReturningClause(set));
+                              " WHERE rowid = ?" + kReturning);
     for (std::size_t i = 0; i < params.size(); ++i) st.Bind(static_cast<int>(i + 1), params[i]);
     st.Bind(static_cast<int>(params.size() + 1), Value(static_cast<long long>(row.rowid)));
     int64_t rowid = row.rowid;

@@ -207,8 +207,11 @@ std::string CStr(const Value& v) {
   if (v.IsBytes()) return BytesText(v.ByteData());
   const double d = v.Real();
   if (d == 0) return "0";  // no "-0"
-  char buf[64];
-  const auto r = std::to_chars(buf, buf + sizeof buf, d);
+  // shortest digits that read back the same; plain notation in the runtime's range
+  char buf[400];
+  const double a = std::fabs(d);
+  const auto format = (a >= 1e-4 && a < 1e15) ? std::chars_format::fixed : std::chars_format::scientific;
+  const auto r = std::to_chars(buf, buf + sizeof buf, d, format);
   std::string s(buf, r.ptr);
   for (char& c : s)
     if (c == 'e') c = 'E';
