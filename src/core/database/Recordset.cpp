@@ -35,10 +35,15 @@ void RowSet::Load() {
       else guessed[static_cast<std::size_t>(i)] = true;
       const char* name = sqlite3_column_name(st.get(), col);
       f.name = name ? name : "";
+      if (table.empty()) continue;
+#ifdef SQLITE_ENABLE_COLUMN_METADATA
       const char* tbl = sqlite3_column_table_name(st.get(), col);
       const char* origin = sqlite3_column_origin_name(st.get(), col);
-      if (!table.empty() && tbl && origin && EqualsNoCase(tbl, table))
-        origins[static_cast<std::size_t>(i)] = origin;
+      if (tbl && origin && EqualsNoCase(tbl, table)) origins[static_cast<std::size_t>(i)] = origin;
+#else
+      // without the engine's column origins: the table's column of the same name
+      if (decl) origins[static_cast<std::size_t>(i)] = f.name;
+#endif
     }
   }
 
@@ -167,31 +172,40 @@ void RequireUpdatable(const Recordset::State& s) {
   if (!s.set->Updatable()) throw RuntimeError(err::ReadOnlyObject);
 }
 
-// The defaults of the table's columns, evaluated by the engine.
-const std::vector<Value>& Defaults(RowSet& set) {
-  if (set.defaults) return *set.defaults;
+Value ConvertForField(const FieldInfo& f, const Value& v);
+
+// The defaults of the table's columns, evaluated by the engine at each AddNew and
+// given the field's type where they fit it.
+std::vector<Value> Defaults(RowSet& set) {
   sqlite3* db = set.conn->raw();
-  std::vector<std::pair<std::string, std::string>> declared;  // column, default expression
-  {
+  if (!set.defaults) {
+    std::vector<std::pair<std::string, std::string>> declared;  // column, default expression
     sql::Statement info(db, "SELECT name, dflt_value FROM pragma_table_info(?1)");
     info.Bind(1, Value(set.table));
     while (info.Step()) {
       const Value d = info.Column(1);
       if (!d.IsNull()) declared.emplace_back(info.Column(0).Text(), d.Text());
     }
+    std::vector<std::string> exprs(set.fields.size());
+    for (std::size_t i = 0; i < set.fields.size(); ++i)
+      for (const auto& [column, expr] : declared)
+        if (!set.origins[i].empty() && EqualsNoCase(column, set.origins[i])) exprs[i] = expr;
+    set.defaults = std::move(exprs);
   }
   std::vector<Value> values(set.fields.size());
-  for (std::size_t i = 0; i < set.fields.size(); ++i) {
-    if (set.origins[i].empty()) continue;
-    for (const auto& [column, expr] : declared) {
-      if (!EqualsNoCase(column, set.origins[i])) continue;
-      sql::Statement eval(db, "SELECT " + expr);
-      if (eval.Step()) values[i] = eval.Column(0);
-      break;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const std::string& expr = (*set.defaults)[i];
+    if (expr.empty()) continue;
+    sql::Statement eval(db, "SELECT " + expr);
+    if (!eval.Step()) continue;
+    values[i] = eval.Column(0);
+    try {
+      values[i] = ConvertForField(set.fields[i], values[i]);
+    } catch (const RuntimeError&) {
+      // kept as the engine gave it; the table decides at Update
     }
   }
-  set.defaults = std::move(values);
-  return *set.defaults;
+  return values;
 }
 
 // Runs an INSERT or UPDATE ending in "RETURNING rowid" and reads the row back as

@@ -39,7 +39,7 @@ struct RowSet {
   std::string table;      // the table written to; empty for read-only rows
   std::vector<FieldInfo> fields;
   std::vector<std::string> origins;  // table column behind each field, empty when none
-  std::optional<std::vector<Value>> defaults;  // read at the first AddNew
+  std::optional<std::vector<std::string>> defaults;  // default expression per field, read at the first AddNew
 
   std::vector<Row> rows;  // in bookmark order
   int64_t live = 0;       // rows not deleted

@@ -27,7 +27,9 @@ class RecordsetTest : public ::testing::Test {
                         "  (1, 'a', 1, 10), (2, 'b', 0, 20), (3, 'c', 1, 30), (4, 'd', 0, 40);"
                         "CREATE TABLE Empty (v SMALLINT);"
                         "CREATE TABLE Tag (item SMALLINT, label TEXT(10));"
-                        "INSERT INTO Tag VALUES (1, 'red'), (3, 'blue');");
+                        "INSERT INTO Tag VALUES (1, 'red'), (3, 'blue');"
+                        "CREATE TABLE Preset (s SMALLINT DEFAULT '5', f BOOLEAN DEFAULT 'True',"
+                        "  stamp TEXT DEFAULT CURRENT_TIMESTAMP, plain TEXT(2));");
     db = Database::Open(path);
   }
 
@@ -177,6 +179,18 @@ TEST_F(RecordsetTest, AddNewAppendsWithDefaultsAndKeepsTheRow) {
   EXPECT_EQ(Peek(path, "SELECT typeof(b) FROM Item WHERE id = 5"), "null");
 }
 
+TEST_F(RecordsetTest, DefaultsTakeTheFieldType) {
+  auto rs = db.OpenRecordset("Preset");
+  rs.AddNew();
+  EXPECT_EQ(rs["s"].GetValue(), Value(5));
+  EXPECT_EQ(rs["f"].GetValue(), Value(1));
+  EXPECT_EQ(rs["stamp"].Text().size(), 19u);  // evaluated, "YYYY-MM-DD HH:MM:SS"
+  EXPECT_TRUE(rs["plain"].GetValue().IsNull());
+  rs.Update();
+  rs.MoveFirst();
+  EXPECT_EQ(rs["s"].GetValue(), Value(5));
+}
+
 TEST_F(RecordsetTest, AddNewOnAnEmptySet) {
   auto rs = db.OpenRecordset("Empty");
   rs.AddNew();
@@ -221,6 +235,27 @@ TEST_F(RecordsetTest, EditStateErrorsAndDrops) {
   EXPECT_EQ(rs.GetEditMode(), EditMode::None);
   EXPECT_EQ(ErrorOf([&] { rs.Update(); }), err::UpdateWithoutEdit);
   EXPECT_EQ(Peek(path, "SELECT name FROM Item WHERE id = 1"), "a");
+}
+
+TEST_F(RecordsetTest, ALockedFileKeepsTheEditForARetry) {
+  db.Handle().setBusyTimeout(0);
+  auto rs = db.OpenRecordset("Item");
+  SQLite::Database other(path, SQLite::OPEN_READWRITE);
+  for (bool adding : {false, true}) {
+    SCOPED_TRACE(adding ? "AddNew" : "Edit");
+    if (adding) rs.AddNew();
+    else rs.Edit();
+    rs["name"] = "held";
+    other.exec("BEGIN IMMEDIATE");
+    const int16_t e = ErrorOf([&] { rs.Update(); });
+    EXPECT_TRUE(IsLockError(e)) << e;
+    EXPECT_EQ(rs.GetEditMode(), adding ? EditMode::Add : EditMode::InProgress);
+    EXPECT_EQ(rs["name"].Text(), "held");
+    other.exec("COMMIT");
+    rs.Update();
+  }
+  EXPECT_EQ(Peek(path, "SELECT count(*) FROM Item WHERE name = 'held'"), "2");
+  EXPECT_EQ(rs.RecordCount(), 5);
 }
 
 TEST_F(RecordsetTest, DeleteRemovesAtOnce) {
