@@ -3,8 +3,6 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 
-#include <filesystem>
-
 #include "shell/AppDir.h"
 #include "shell/FileOps.h"
 #include "shell/Utility.h"
@@ -16,11 +14,6 @@ namespace r6183 {
 namespace {
 constexpr Where kCompact{labels::frmMenu, "CompactErrors"};
 
-bool Exists(const std::string& path) {
-  std::error_code ec;
-  return std::filesystem::exists(path, ec);
-}
-
 std::string IntegrityOf(SQLite::Database& db) {
   return db.execAndGet("PRAGMA integrity_check").getString();
 }
@@ -31,7 +24,7 @@ bool RestoreErrorsDatabase(Session& session) {
   if (IsFile(errors)) return true;
   for (const char* ext : {"Bak", "old"}) {
     const std::string copy = ResolveNoCase(GetBackUpName(errors, ext));
-    if (Exists(copy) && ReplaceWithCopy(copy, errors)) return true;
+    if (IsFile(copy) && ReplaceWithCopy(copy, errors)) return true;
   }
   return false;
 }
@@ -67,7 +60,7 @@ void CompactErrors(Session& session) {
   } catch (...) {
     lastError = DescribeCurrentException().number;
   }
-  if (!Exists(bak)) return fail("Compact Failed.");
+  if (!IsFile(bak)) return fail("Compact Failed.");
 
   if (!fcnRemoveFile(old)) return fail("Unable to remove OLD File");
   if (!ReplaceWithCopy(errors, old)) return fail("Unable to copy errors file to .old.");
