@@ -1,29 +1,29 @@
 #pragma once
-// Small databases for the table store's tests.
+// Helpers of the table store's and the conversions' tests: small databases, error numbers.
 #include <SQLiteCpp/Database.h>
 
 #include <functional>
 #include <ostream>
 #include <string>
+#include <vector>
 
+#include "shell/Conversions.h"
 #include "shell/ErrorNumbers.h"
 #include "shell/Value.h"
 #include "support/TestSupport.h"
 
 namespace r6183 {
 
-// Values in test messages.
+// Values in test messages, by kind: Null, Integer, Real, Text or Bytes.
 inline void PrintTo(const Value& v, std::ostream* os) {
-  if (v.IsNull()) *os << "Null";
-  else if (v.IsInteger()) *os << v.Integer();
-  else if (v.IsReal()) *os << v.Real() << " (real)";
-  else if (v.IsText()) *os << '"' << v.Text() << '"';
-  else *os << v.ByteData().size() << " bytes";
+  *os << "NIRTB"[v.Raw().index()] << '(' << TextOf(v) << ')';
 }
 
 }  // namespace r6183
 
 namespace r6183::test {
+
+using Calls = std::vector<std::function<void()>>;
 
 // The error number of what f raises, 0 when it returns.
 inline int16_t ErrorOf(const std::function<void()>& f) {
@@ -35,14 +35,13 @@ inline int16_t ErrorOf(const std::function<void()>& f) {
   return 0;
 }
 
-// Creates the file at `path` and runs the script in it.
+// Runs the script in the file at `path`, created when missing.
 inline std::string MakeDb(const std::string& path, const std::string& script) {
-  SQLite::Database db(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-  db.exec(script);
+  SQLite::Database(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE).exec(script);
   return path;
 }
 
-// Reads one value straight from the file, past the table store.
+// One value read straight from the file, past the table store.
 inline std::string Peek(const std::string& path, const std::string& query) {
   SQLite::Database db(path, SQLite::OPEN_READONLY);
   SQLite::Statement st(db, query);
