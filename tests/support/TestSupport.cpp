@@ -1,36 +1,30 @@
 #include "support/TestSupport.h"
 
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
 #include <grp.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <fstream>
-#include <random>
-#include <sstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace r6183::test {
 
 TempDir::TempDir() {
-  std::random_device rd;
-  const auto base = fs::temp_directory_path();
-  for (int i = 0; i < 100; ++i) {
-    auto p = base / ("r6183-test-" + std::to_string(rd()));
-    if (fs::create_directory(p)) {
-      path_ = p;
-      return;
-    }
-  }
-  throw std::runtime_error("cannot make a temporary directory");
+  std::string tmpl = (fs::temp_directory_path() / "r6183-test-XXXXXX").string();
+  if (!::mkdtemp(tmpl.data())) throw std::runtime_error("cannot make a temporary directory");
+  path_ = tmpl;
 }
 
 TempDir::~TempDir() {
   std::error_code ec;
   // make anything a test protected writable again so that it can go
-  for (auto it = fs::recursive_directory_iterator(path_, ec); it != fs::recursive_directory_iterator();
-       it.increment(ec))
-    fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ec);
   fs::permissions(path_, fs::perms::owner_all, fs::perm_options::add, ec);
+  for (fs::recursive_directory_iterator it(path_, ec), end; !ec && it != end; it.increment(ec))
+    fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ec);
   fs::remove_all(path_, ec);
 }
 
@@ -40,59 +34,62 @@ void CopyStagedAppDir(const fs::path& target) {
   const fs::path src = StagedAppDir();
   for (const char* name : {"DEFAULT", "errors", "Dphonelst", "Dmodem", "r6183.ico"})
     fs::copy_file(src / name, target / name, fs::copy_options::overwrite_existing);
-  fs::create_directories(target / "reports");
-  for (const auto& e : fs::directory_iterator(src / "reports"))
-    fs::copy_file(e.path(), target / "reports" / e.path().filename(),
-                  fs::copy_options::overwrite_existing);
+  fs::copy(src / "reports", target / "reports",
+           fs::copy_options::recursive | fs::copy_options::overwrite_existing);
 }
 
 void WriteFile(const fs::path& p, const std::string& bytes) {
-  std::ofstream out(p, std::ios::binary | std::ios::trunc);
-  out << bytes;
+  std::ofstream(p, std::ios::binary | std::ios::trunc) << bytes;
 }
 
 std::string ReadFile(const fs::path& p) {
   std::ifstream in(p, std::ios::binary);
-  std::stringstream ss;
-  ss << in.rdbuf();
-  return ss.str();
+  return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 namespace {
-void ChownTree(const fs::path& root, uid_t uid, gid_t gid) {
+void ChownTree(const fs::path& root, uid_t id) {
   std::error_code ec;
-  (void)::lchown(root.c_str(), uid, gid);
-  for (auto it = fs::recursive_directory_iterator(root, ec); !ec && it != fs::recursive_directory_iterator();
-       it.increment(ec))
-    (void)::lchown(it->path().c_str(), uid, gid);
+  (void)::lchown(root.c_str(), id, id);
+  for (fs::recursive_directory_iterator it(root, ec), end; !ec && it != end; it.increment(ec))
+    (void)::lchown(it->path().c_str(), id, id);
 }
 }  // namespace
 
 bool AsUnprivileged(const fs::path& owned, const std::function<bool()>& fn) {
   if (::geteuid() != 0) return fn();
   constexpr uid_t kNobody = 65534;
-  ChownTree(owned, kNobody, kNobody);
+  ChownTree(owned, kNobody);
   std::fflush(nullptr);
   const pid_t pid = ::fork();
   if (pid == 0) {
     bool ok = false;
-    if (::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0) {
-      try {
-        ok = fn();
-      } catch (...) {
-      }
+    try {
+      ok = ::setgroups(0, nullptr) == 0 && ::setgid(kNobody) == 0 && ::setuid(kNobody) == 0 && fn();
+    } catch (...) {
     }
     std::_Exit(ok ? 0 : 1);
   }
   int status = 0;
   const bool waited = pid > 0 && ::waitpid(pid, &status, 0) == pid;
-  ChownTree(owned, 0, 0);
+  ChownTree(owned, 0);
   return waited && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 TestSession::TestSession() {
   CopyStagedAppDir(dir.path());
   session = std::make_unique<Session>(AppDir(dir.path()), prompter, clock, [this] { ++pumps; });
+}
+
+std::vector<JournalRow> JournalRows(const std::string& errorsDb) {
+  SQLite::Database db(errorsDb, SQLite::OPEN_READONLY);
+  SQLite::Statement q(db, "SELECT errno, errdesc, errmodule, ErrProgram, errfcn, errdate, errTime "
+                          "FROM \"Error\" ORDER BY rowid");
+  std::vector<JournalRow> rows;
+  const auto text = [&](int i) { return q.getColumn(i).getString(); };
+  while (q.executeStep())
+    rows.push_back({q.getColumn(0).getInt(), text(1), text(2), text(3), text(4), text(5), text(6)});
+  return rows;
 }
 
 }  // namespace r6183::test

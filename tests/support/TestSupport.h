@@ -1,10 +1,13 @@
 #pragma once
 // Helpers of the test programs: temporary directories that clean up after
-// themselves, application directories staged from the build, and sessions on them.
+// themselves, application directories staged from the build, sessions on them, and
+// the journal read back.
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
+#include <vector>
 
 #include "shell/Clock.h"
 #include "shell/Prompter.h"
@@ -35,15 +38,15 @@ fs::path StagedAppDir();
 void CopyStagedAppDir(const fs::path& target);
 
 void WriteFile(const fs::path& p, const std::string& bytes);
+std::string ReadFile(const fs::path& p);
 
 // Runs `fn` as an unprivileged user when the tests run as root, since root writes,
 // reads and deletes where an operator can't; `owned` (a test's own directory) is
 // handed to that user meanwhile. Runs `fn` directly otherwise. Returns its result.
 bool AsUnprivileged(const fs::path& owned, const std::function<bool()>& fn);
-std::string ReadFile(const fs::path& p);
 
 // A session on a fresh copy of the staged application directory, with a scripted
-// prompter and a manual clock.
+// prompter and a manual clock; `pumps` counts the events it let run.
 struct TestSession {
   TestSession();
   TempDir dir;
@@ -54,5 +57,19 @@ struct TestSession {
   Session& operator*() { return *session; }
   Session* operator->() { return session.get(); }
 };
+
+// One row of the error journal; date and time default to the start of the test clock.
+struct JournalRow {
+  int number = 0;
+  std::string description, module, program, routine, date = "11/06/2001", time = "09:30";
+  bool operator==(const JournalRow&) const = default;
+  friend void PrintTo(const JournalRow& r, std::ostream* os) {
+    *os << r.number << '|' << r.description << '|' << r.module << '|' << r.program << '|' << r.routine
+        << '|' << r.date << '|' << r.time;
+  }
+};
+// The rows of an errors database, oldest first.
+std::vector<JournalRow> JournalRows(const std::string& errorsDb);
+inline std::vector<JournalRow> JournalRows(Session& s) { return JournalRows(s.state.ErrorsDbPath); }
 
 }  // namespace r6183::test

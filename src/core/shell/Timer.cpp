@@ -21,13 +21,16 @@ void Sleep(Session& session, int16_t seconds) {
 
 void timer::StartTimer() {
   start_ = clock_.TickCount();
-  stop_ = 0;
+  stopped_ = false;
 }
 
-void timer::StopTimer() { stop_ = clock_.TickCount(); }
+void timer::StopTimer() {
+  stop_ = clock_.TickCount();
+  stopped_ = true;
+}
 
 uint32_t timer::Elapsed() const {
-  const uint32_t end = stop_ != 0 ? stop_ : clock_.TickCount();
+  const uint32_t end = stopped_ ? stop_ : clock_.TickCount();
   return end - start_;
 }
 

@@ -27,6 +27,7 @@ class timer {
   Clock& clock_;
   uint32_t start_ = 0;
   uint32_t stop_ = 0;
+  bool stopped_ = false;  // a stop at tick 0 is a stop all the same
 };
 
 }  // namespace r6183

@@ -1,84 +1,52 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 
 #include "shell/AppDir.h"
 #include "support/TestSupport.h"
 
-namespace r6183 {
+namespace r6183::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-TEST(AppDir, FindsNamesWithoutRegardToCase) {
-  test::TempDir d;
+TEST(AppDirTest, FindsNamesWithoutRegardToCase) {
+  TempDir d;
   fs::create_directories(d.path() / "Reports");
-  test::WriteFile(d.path() / "Reports" / "bgm.rpt", "x");
-  test::WriteFile(d.path() / "errors", "x");
+  WriteFile(d.path() / "Reports" / "bgm.rpt", "x");
+  WriteFile(d.path() / "errors", "x");
   const AppDir app(d.path());
-  struct Case {
-    const char* asked;
-    fs::path found;
-    bool has;
-  };
-  const Case cases[] = {
-      {"Errors", d.path() / "errors", true},
-      {"ERRORS", d.path() / "errors", true},
-      {"reports/Bgm.rpt", d.path() / "Reports" / "bgm.rpt", true},
-      {"reports/none.rpt", d.path() / "Reports" / "none.rpt", false},
-      {"nothing/x", d.path() / "nothing" / "x", false},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.asked);
-    EXPECT_EQ(app.PathOf(c.asked), c.found.string());
-    EXPECT_EQ(app.Has(c.asked), c.has);
+  for (const auto& [asked, found, has] :
+       {std::tuple{"ERRORS", "errors", true}, {"reports/Bgm.rpt", "Reports/bgm.rpt", true},
+        {"reports/none.rpt", "Reports/none.rpt", false}, {"nothing/x", "nothing/x", false},
+        {"reports", "Reports", false}}) {
+    EXPECT_EQ(app.PathOf(asked), d.str(found));
+    EXPECT_EQ(app.Has(asked), has) << asked;
   }
-  EXPECT_EQ(ResolveNoCase((d.path() / "ERRORS").string()), (d.path() / "errors").string());
-  EXPECT_EQ(ResolveNoCase((d.path() / "errors.bak").string()), (d.path() / "errors.bak").string());
+  EXPECT_EQ(ResolveNoCase(d.str("ERRORS")), d.str("errors"));
+  EXPECT_EQ(ResolveNoCase(d.str("errors.bak")), d.str("errors.bak"));
 }
 
-class ScopedEnv {
- public:
-  ScopedEnv(const char* name, const std::string& value) : name_(name) {
-    if (const char* v = std::getenv(name)) old_ = v;
-    ::setenv(name, value.c_str(), 1);
-  }
-  ~ScopedEnv() {
-    if (old_) ::setenv(name_, old_->c_str(), 1);
-    else ::unsetenv(name_);
-  }
+TEST(AppDirTest, PortableBesideTheTemplateElseThePerUserDirectorySeededFromShare) {
+  TempDir root;
+  const fs::path bin = root.path() / "usr/bin", share = root.path() / "usr" / R6183_SHARE_SUBDIR;
+  const fs::path user = root.path() / "data/r6183";
+  for (const auto& dir : {bin, share, user}) fs::create_directories(dir);
+  CopyStagedAppDir(share);
+  fs::permissions(share / "DEFAULT", fs::perms::owner_read);  // installed files are read-only
+  WriteFile(user / "errors", "the operator's journal");
+  const char* was = std::getenv("XDG_DATA_HOME");
+  const std::string saved = was ? was : "";
+  ::setenv("XDG_DATA_HOME", (root.path() / "data").c_str(), 1);
+  const AppDir installed = AppDir::Locate(bin / "r6183ctl");
+  CopyStagedAppDir(bin);
+  const AppDir portable = AppDir::Locate(bin / "r6183ctl");
+  was ? ::setenv("XDG_DATA_HOME", saved.c_str(), 1) : ::unsetenv("XDG_DATA_HOME");
 
- private:
-  const char* name_;
-  std::optional<std::string> old_;
-};
-
-TEST(AppDir, PortableWhenTheProgramsDirectoryHoldsTheTemplate) {
-  test::TempDir d;
-  test::CopyStagedAppDir(d.path());
-  EXPECT_EQ(AppDir::Locate(d.path() / "r6183ctl").Dir(), d.path());
-}
-
-TEST(AppDir, InstalledUsesThePerUserDirectorySeededFromShare) {
-  test::TempDir root;
-  const fs::path bin = root.path() / "usr" / "bin";
-  const fs::path share = root.path() / "usr" / R6183_SHARE_SUBDIR;
-  fs::create_directories(bin);
-  fs::create_directories(share);
-  test::CopyStagedAppDir(share);
-  const ScopedEnv xdg("XDG_DATA_HOME", (root.path() / "home-data").string());
-
-  const fs::path user = root.path() / "home-data" / "r6183";
-  fs::create_directories(user);
-  test::WriteFile(user / "errors", "the operator's journal");
-
-  const AppDir dir = AppDir::Locate(bin / "r6183ctl");
-  EXPECT_EQ(dir.Dir(), user);
-  EXPECT_TRUE(dir.Has("DEFAULT"));
-  EXPECT_TRUE(dir.Has("reports/sched.rpt"));
-  EXPECT_EQ(test::ReadFile(user / "errors"), "the operator's journal");
+  EXPECT_EQ(installed.Dir(), user);
+  EXPECT_TRUE(installed.Has("DEFAULT") && installed.Has("reports/sched.rpt"));
+  EXPECT_NE(fs::status(user / "DEFAULT").permissions() & fs::perms::owner_write, fs::perms::none);
+  EXPECT_EQ(ReadFile(user / "errors"), "the operator's journal");
+  EXPECT_EQ(portable.Dir(), bin);
 }
 
 }  // namespace
-}  // namespace r6183
+}  // namespace r6183::test

@@ -1,198 +1,112 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include "JournalRows.h"
 #include "shell/IniFile.h"
 #include "support/TestSupport.h"
 
 namespace r6183::test {
 namespace {
 
-// settings.ini as an earlier installation left it.
-const std::string kOldSettings =
-    "[System]\r\nCom Port=2\r\nDebug=0\r\nMDI Height=7200\r\nMDI Width=9600\r\n"
-    "SwitchBorad Top=1200\r\nSwitchBorad Left=300\r\nSwitchBorad Width=6000\r\n"
-    "SwitchBorad Heigth=4500\r\nModem Init=AT&F\r\n"
-    "\r\n"
-    "; documents opened last\r\n"
-    "[Last Files]\r\nFile 1=C:\\Program Files\\R6183\\Site A.mdb\r\nFile 2=C:\\Data\\lobby.mdb\r\n"
-    "File 3=A:\\backup.mdb\r\nFile 4=\r\n"
-    "\r\n"
+const std::string kText =
+    "[System]\r\nCom Port=2\r\nMDI Width=9600\r\nModem Init=AT&F\r\n\r\n; last ones\r\n"
     "[Printer]\r\nOrientation = 2\r\n";
 
 class IniFileTest : public ::testing::Test {
  protected:
-  IniFileTest() : ini(ts->journal()), path(ts.dir.str("settings.ini")) { ini.SetFileName(path); }
-  std::string Read(const std::string& section, const std::string& key) {
+  void SetUp() override { ini.SetFileName(path); }
+  INIClass& In(const std::string& section) {
     ini.SetSectionName(section);
-    return ini.ReadString_From_INI(key);
+    return ini;
   }
-  int16_t ReadInt(const std::string& section, const std::string& key) {
-    ini.SetSectionName(section);
-    return ini.ReadINT_From_INI(key);
-  }
-  void Write(const std::string& section, const std::string& key, const std::string& value) {
-    ini.SetSectionName(section);
-    ini.WriteINI(key, value);
-  }
-  std::string Bytes() const { return ReadFile(path); }
-
   TestSession ts;
-  INIClass ini;
-  std::string path;
+  std::string path = ts.dir.str("settings.ini");
+  INIClass ini{ts->journal()};
 };
 
-TEST_F(IniFileTest, ReadsAFileOfAnEarlierInstallation) {
-  WriteFile(path, kOldSettings);
+TEST_F(IniFileTest, ReadsWithoutRegardToCaseOrBlanksAndCutsTo127Characters) {
+  const std::string quirks =
+      "[S]\n  Plain   =  some text  \nDouble=\"  quoted  \"\nSingle='x'\nMixed=\"x'\nLone=\"\n"
+      ";Commented=1\nNoEquals\nTab\t=\tv\t\nEmpty=\n[S]\nLater=1\n";
+  std::string e128;  // 128 two-byte characters
+  for (int i = 0; i < 128; ++i) e128 += "\xc3\xa9";
   const struct {
-    const char *section, *key, *value;
+    std::string text;
+    const char *section, *key;
+    std::string value;
   } cases[] = {
-      {"System", "SwitchBorad Heigth", "4500"},
-      {"Last Files", "File 1", "C:\\Program Files\\R6183\\Site A.mdb"},
-      {"Last Files", "File 4", ""},
-      {"Printer", "Orientation", "2"},
-      {"SYSTEM", "com port", "2"},
-      {"  Last Files ", " FILE 2 ", "C:\\Data\\lobby.mdb"},
-      {"System", "File 1", ""},  // a key of another section
-      {"Missing", "Com Port", ""},
+      {kText, "SYSTEM", "mdi width", "9600"},  {kText, "  Printer ", " ORIENTATION ", "2"},
+      {kText, "Printer", "Com Port", ""},      {kText, "Missing", "Com Port", ""},
+      {quirks, "S", "Plain", "some text"},     {quirks, "S", "Double", "  quoted  "},
+      {quirks, "S", "Single", "x"},            {quirks, "S", "Mixed", "\"x'"},
+      {quirks, "S", "Lone", "\""},             {quirks, "S", "Commented", ""},
+      {quirks, "S", "NoEquals", ""},           {quirks, "S", "Tab", "v"},
+      {quirks, "S", "Empty", ""},              {quirks, "S", "Later", ""},  // only the first [S]
+      {"[L]\nK=" + std::string(127, 'b'), "L", "K", std::string(127, 'b')},
+      {"[L]\nK=" + std::string(128, 'c'), "L", "K", std::string(127, 'c')},
+      {"[L]\nK=" + e128, "L", "K", e128.substr(0, 254)},
   };
-  for (const auto& c : cases)
-    EXPECT_EQ(Read(c.section, c.key), c.value) << c.section << "/" << c.key;
-  EXPECT_EQ(ReadInt("system", "MDI WIDTH"), 9600);
+  for (const auto& c : cases) {
+    WriteFile(path, c.text);
+    EXPECT_EQ(In(c.section).ReadString_From_INI(c.key), c.value) << c.section << "/" << c.key;
+  }
 }
 
-TEST_F(IniFileTest, WritingTheSameValuesBackKeepsEveryByte) {
-  WriteFile(path, kOldSettings);
-  for (const char* key : {"Com Port", "Debug", "MDI Height", "MDI Width", "SwitchBorad Top",
-                          "SwitchBorad Left", "SwitchBorad Width", "SwitchBorad Heigth"})
-    Write("System", key, Read("System", key));
-  for (const char* key : {"File 1", "File 2", "File 3", "File 4"})
-    Write("Last Files", key, Read("Last Files", key));
-  EXPECT_EQ(Bytes(), kOldSettings);
-}
-
-TEST_F(IniFileTest, WritingChangesOnlyWhatItMust) {
+TEST_F(IniFileTest, WritingChangesOnlyWhatItMustAndKeepsTheLineEnds) {
   const auto with = [](std::string s, const std::string& from, const std::string& to) {
     return s.replace(s.find(from), from.size(), to);
   };
   const struct {
-    const char *section, *key, *value;
+    std::string before;
+    const char *section, *key;
     std::string after;
   } cases[] = {
-      {"system", "MDI WIDTH", "12000", with(kOldSettings, "MDI Width=9600", "MDI Width=12000")},
-      {"Printer", "orientation", "1", with(kOldSettings, "Orientation = 2", "Orientation=1")},
-      {"System", "Language", "EN", with(kOldSettings, "AT&F\r\n", "AT&F\r\nLanguage=EN\r\n")},
-      {"Modem", "Speed", "9600", kOldSettings + "\r\n[Modem]\r\nSpeed=9600\r\n"},
+      {kText, "system", "MDI WIDTH", with(kText, "MDI Width=9600", "MDI Width=7")},
+      {kText, "Printer", "orientation", with(kText, "Orientation = 2", "Orientation=7")},
+      {kText, "System", "Language", with(kText, "AT&F\r\n", "AT&F\r\nLanguage=7\r\n")},
+      {kText, "Modem", "Speed", kText + "\r\n[Modem]\r\nSpeed=7\r\n"},
+      {"[S]\nDebug=1\n\n[Other]\nA=1\n", "S", "K", "[S]\nDebug=1\nK=7\n\n[Other]\nA=1\n"},
+      {"[Other]\r\nA=1\r\n\r\n", "S", "K", "[Other]\r\nA=1\r\n\r\n[S]\r\nK=7\r\n"},
+      {"[S]\r\nK=1", "S", "K", "[S]\r\nK=7"},
+      {"[S]\r\nDebug=1", "S", "K", "[S]\r\nDebug=1\r\nK=7\r\n"},
+      {"[S]\n[Other]\n", "S", "K", "[S]\nK=7\n[Other]\n"},
+      {"", "S", "K", "[S]\r\nK=7\r\n"},
   };
-  for (const auto& c : cases) {
-    WriteFile(path, kOldSettings);
-    Write(c.section, c.key, c.value);
-    EXPECT_EQ(Bytes(), c.after) << c.key;
-  }
-  int settingsFiles = 0;  // and no temporary file stays behind
-  for (const auto& e : fs::directory_iterator(ts.dir.path()))
-    settingsFiles += e.path().filename().string().rfind("settings.ini", 0) == 0;
-  EXPECT_EQ(settingsFiles, 1);
-}
-
-TEST_F(IniFileTest, KeepsTheLineEndsOfTheFile) {
-  const struct {
-    std::string before, after;
-  } cases[] = {
-      {"[System]\nDebug=1\n\n[Other]\nA=1\n", "[System]\nDebug=1\nCom Port=3\n\n[Other]\nA=1\n"},
-      {"[Other]\nA=1\n", "[Other]\nA=1\n\n[System]\nCom Port=3\n"},
-      {"[System]\r\nCom Port=1", "[System]\r\nCom Port=3"},
-      {"[System]\r\nDebug=1", "[System]\r\nDebug=1\r\nCom Port=3\r\n"},
-      {"[System]\n[Other]\n", "[System]\nCom Port=3\n[Other]\n"},
-      {"[Other]\r\nA=1\r\n\r\n", "[Other]\r\nA=1\r\n\r\n[System]\r\nCom Port=3\r\n"},
-      {"[s]\nA=1\n[T]\n[SYSTEM]\nB=2\n", "[s]\nA=1\n[T]\n[SYSTEM]\nB=2\nCom Port=3\n"},
-      {"", "[System]\r\nCom Port=3\r\n"},
-  };
+  const auto entries = [&] { return std::distance(fs::directory_iterator(ts.dir.path()), {}); };
+  const auto before = entries();
   for (const auto& c : cases) {
     WriteFile(path, c.before);
-    Write("System", "Com Port", "3");
-    EXPECT_EQ(Bytes(), c.after) << c.before;
+    In(c.section).WriteINI(c.key, "7");
+    EXPECT_EQ(ReadFile(path), c.after) << c.before;
   }
+  EXPECT_EQ(entries(), before + 1) << "a temporary file stayed behind";
+  fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);  // a private file stays private
+  In("S").WriteINI("K", "8");
+  EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
-TEST_F(IniFileTest, ValuesLoseBlanksAndMatchingQuotes) {
-  WriteFile(path,
-            "[S]\n  Plain   =  some text  \nDouble=\"  quoted  \"\nSingle='x'\nMixed=\"x'\n"
-            "Lone=\"\n;Commented=1\nNoEquals\nTab\t=\tv\t\n[S]\nLater=1\n");
-  const struct {
-    const char *key, *value;
-  } cases[] = {
-      {"Plain", "some text"}, {"Double", "  quoted  "}, {"Single", "x"},  {"Mixed", "\"x'"},
-      {"Lone", "\""},         {"Commented", ""},        {"NoEquals", ""}, {"Tab", "v"},
-      {"Later", ""}};
-  for (const auto& c : cases) EXPECT_EQ(Read("S", c.key), c.value) << c.key;
-}
-
-TEST_F(IniFileTest, LongTextsAreCutTo127Characters) {
-  std::string e128;  // 128 two-byte characters
-  for (int i = 0; i < 128; ++i) e128 += "\xc3\xa9";
-  const struct {
-    std::string value, read;
-  } cases[] = {{std::string(127, 'b'), std::string(127, 'b')},
-               {std::string(128, 'c'), std::string(127, 'c')},
-               {std::string(300, 'd'), std::string(127, 'd')},
-               {e128, e128.substr(0, 254)}};
-  for (const auto& c : cases) {
-    WriteFile(path, "[S]\r\nK=" + c.value + "\r\n");
-    EXPECT_EQ(Read("S", "K"), c.read) << c.value.size() << " bytes";
+TEST_F(IniFileTest, IntegersTakeTheLeadingNumberAndOverflowIsJournalled) {
+  for (const auto& [text, value] :
+       {std::pair<const char*, int16_t>{"12abc", 12}, {"abc", 0}, {"  -5", -5}, {"+7", 7}, {"3.9", 3},
+        {"32767", 32767}, {"-32768", -32768}, {"32768", 0}, {"-32769", 0}, {"99999999999999999999999", 0}}) {
+    WriteFile(path, std::string("[S]\r\nN=") + text + "\r\n");
+    EXPECT_EQ(In("s").ReadINT_From_INI("n"), value) << text;
   }
+  const JournalRow overflow{err::Overflow, "Overflow", "INIClass", "INIClass", "ReadINT_From_INI"};
+  EXPECT_EQ(JournalRows(*ts), std::vector<JournalRow>(3, overflow));
 }
 
-TEST_F(IniFileTest, IntegerReadTakesTheLeadingNumberAndJournalsOverflow) {
-  const struct {
-    const char* text;
-    int16_t value;
-    bool overflow;
-  } cases[] = {{"12abc", 12, false},
-               {"abc", 0, false},
-               {"", 0, false},
-               {"  -5", -5, false},
-               {"+7", 7, false},
-               {"3.9", 3, false},
-               {"32767", 32767, false},
-               {"-32768", -32768, false},
-               {"32768", 0, true},
-               {"-32769", 0, true},
-               {"99999999999999999999999", 0, true}};
-  std::size_t overflows = 0;
-  for (const auto& c : cases) {
-    WriteFile(path, std::string("[S]\r\nN=") + c.text + "\r\n");
-    EXPECT_EQ(ReadInt("S", "N"), c.value) << c.text;
-    overflows += c.overflow;
-    const auto rows = JournalRows(*ts);
-    ASSERT_EQ(rows.size(), overflows) << c.text;
-    if (c.overflow) {
-      EXPECT_EQ(rows.back().number, err::Overflow);
-      EXPECT_EQ(rows.back().module, "INIClass");
-      EXPECT_EQ(rows.back().routine, "ReadINT_From_INI");
-    }
-  }
-}
-
-TEST_F(IniFileTest, AMissingFileReadsEmptyAndAMissingDirectoryIsPassedOver) {
-  EXPECT_EQ(ReadInt("System", "Com Port"), 0);
-  EXPECT_EQ(Read("System", "Com Port"), "");
-  EXPECT_FALSE(fs::exists(path));
-  ini.SetFileName(ts.dir.str("no such dir/settings.ini"));
-  Write("System", "Com Port", "2");
-  EXPECT_EQ(Read("System", "Com Port"), "");
-  EXPECT_TRUE(JournalRows(*ts).empty());
-}
-
-TEST_F(IniFileTest, AFileThatCannotBeReadIsNeverReplaced) {
-  WriteFile(path, kOldSettings);
+TEST_F(IniFileTest, FailuresArePassedOverAndNeverReplaceAFile) {
+  WriteFile(path, kText);
   fs::permissions(path, fs::perms::owner_write);
-  AsUnprivileged(ts.dir.path(), [&] {
-    Write("System", "Com Port", "4");
-    return true;
-  });
+  EXPECT_TRUE(AsUnprivileged(ts.dir.path(), [&] {
+    In("System").WriteINI("Com Port", "4");
+    return In("System").ReadString_From_INI("Com Port").empty();
+  }));
   fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
-  EXPECT_EQ(Bytes(), kOldSettings);
+  EXPECT_EQ(ReadFile(path), kText);
+  ini.SetFileName(ts.dir.str("no such dir/settings.ini"));
+  In("System").WriteINI("Com Port", "2");
+  EXPECT_EQ(In("System").ReadString_From_INI("Com Port"), "");
+  EXPECT_TRUE(JournalRows(*ts).empty());
 }
 
 }  // namespace
