@@ -6,7 +6,9 @@
 
 #include "shell/AppDir.h"
 #include "shell/Clock.h"
+#include "shell/FormsRegistry.h"
 #include "shell/Journal.h"
+#include "shell/MenuModel.h"
 #include "shell/ProcessState.h"
 #include "shell/ProductIdentity.h"
 #include "shell/Prompter.h"
@@ -23,6 +25,8 @@ class Session {
 
   ProcessState state;
   ProductIdentity product;
+  MenuModel menu;       // the main window's menu and caption
+  FormsRegistry forms;  // the loaded windows, the main window at index 0
 
   const AppDir& appDir() const { return appDir_; }
   Journal& journal() { return journal_; }
