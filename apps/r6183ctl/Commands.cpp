@@ -8,12 +8,15 @@
 #include "PrivateDir.h"
 #include "database/Database.h"
 #include "database/DocumentChecks.h"
+#include "database/DocumentCommands.h"
 #include "database/DocumentDump.h"
 #include "database/Recordset.h"
+#include "database/TableSource.h"
 #include "database/ToneDefaults.h"
 #include "shell/Conversions.h"
 #include "shell/FileOps.h"
 #include "shell/Session.h"
+#include "shell/Utility.h"
 
 namespace r6183::ctl {
 
@@ -50,6 +53,10 @@ int Check(Session& session, const std::string& file) {
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;
+  }
+  if (const FileFormat f = DetectFormat(copy); f == FileFormat::Jet3 || f == FileFormat::Jet4) {
+    std::cout << "older format (" << FormatName(f) << ")\n";
+    return 1;
   }
   const bool valid = ValidDatabase(session, copy);
   const ProcessState& st = session.state;
@@ -106,6 +113,29 @@ int New(Session& session, const std::string& file, bool force) {
     return 1;
   }
   std::cout << "created " << file << '\n';
+  return 0;
+}
+
+}  // namespace r6183::ctl
+
+namespace r6183::ctl {
+
+int Convert(Session& session, const std::string& file) {
+  PrivateDir dir;
+  // a private work copy, so that a running desktop program keeps its own
+  session.state.WorkDbPath = dir / "~TEMP";
+  const FileFormat before = DetectFormat(file);
+  OpenDatabase(session, file);
+  const bool opened = session.state.CurrentFileName == file;
+  if (!opened) {
+    std::cerr << "r6183ctl: " << file << " was not opened\n";
+    return 1;
+  }
+  if (before == FileFormat::Document)
+    std::cout << file << " is a current document: nothing to convert\n";
+  else
+    std::cout << "converted " << file << " (" << FormatName(before) << "), the original kept as "
+              << GetBackUpName(file, "OLD") << '\n';
   return 0;
 }
 

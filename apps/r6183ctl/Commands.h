@@ -14,5 +14,8 @@ int Check(Session& session, const std::string& file);
 int Dump(Session& session, const std::string& file);
 // A new document as the New command makes it, written to FILE; 0 on success.
 int New(Session& session, const std::string& file, bool force);
+// Opens FILE as the Open command does, converting a file of the older format; 0 when
+// FILE is a valid document afterwards.
+int Convert(Session& session, const std::string& file);
 
 }  // namespace r6183::ctl

@@ -27,6 +27,11 @@ int main(int argc, char** argv) {
   make->add_option("FILE", file)->required();
   make->add_flag("--force", force, "replace FILE when it exists");
 
+  bool yes = false;
+  auto* convert = app.add_subcommand("convert", "open FILE as the Open command does, converting an older file");
+  convert->add_option("FILE", file)->required();
+  convert->add_flag("--yes", yes, "answer Yes to the question whether to convert");
+
   CLI11_PARSE(app, argc, argv);
 
   try {
@@ -35,7 +40,7 @@ int main(int argc, char** argv) {
       std::cerr << "r6183ctl: no application directory at " << dir.DirString() << '\n';
       return 2;
     }
-    ctl::ConsolePrompter prompter;
+    ctl::ConsolePrompter prompter(yes);
     SystemClock clock;
     Session session(dir, prompter, clock);
     RestoreErrorsDatabase(session);
@@ -43,6 +48,7 @@ int main(int argc, char** argv) {
     if (*check) return ctl::Check(session, file);
     if (*dump) return ctl::Dump(session, file);
     if (*make) return ctl::New(session, file, force);
+    if (*convert) return ctl::Convert(session, file);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;

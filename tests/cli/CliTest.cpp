@@ -122,5 +122,36 @@ TEST_F(CliTest, FailuresGoToStderrAndLeaveNoFileBehind) {
   EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), {}), 5) << "app, std streams, existing, locked";
 }
 
+TEST_F(CliTest, ConvertKeepsTheOriginalBesideTheConvertedFile) {
+  const fs::path samples = R6183_JET_SAMPLES;
+  if (!fs::is_directory(samples)) GTEST_SKIP() << "no Jet samples at " << samples;
+  for (const auto& [sample, format] : {std::pair{"testV1997.mdb", "Jet 3.0"}, std::pair{"test2V2000.mdb", "Jet 4.0"}}) {
+    SCOPED_TRACE(sample);
+    fs::copy_file(samples / sample, dir.path() / "old.mdb", fs::copy_options::overwrite_existing);
+    fs::remove(dir.path() / "old.OLD");
+    EXPECT_EQ(Run("check", "old.mdb").out, std::string("older format (") + format + ")\n");
+    EXPECT_EQ(Run("convert", "old.mdb").code, 1) << "without --yes the question is answered No";
+    EXPECT_FALSE(fs::exists(dir.path() / "old.OLD"));
+    const Result r = Run("convert --yes", "old.mdb");
+    EXPECT_EQ(r.code, 0) << r.err;
+    EXPECT_NE(r.out.find("converted"), std::string::npos);
+    EXPECT_EQ(ReadFile(dir.path() / "old.OLD"), ReadFile(samples / sample));
+    EXPECT_EQ(Run("check", "old.mdb").code, 0);
+  }
+}
+
+TEST_F(CliTest, ConvertOfGarbageFailsAndKeepsTheFile) {
+  std::string bytes(8192, '\0');
+  for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>((i * 7919u) >> 3);
+  WriteFile(dir.path() / "junk.mdb", bytes);
+  const Result r = Run("convert --yes", "junk.mdb");
+  EXPECT_EQ(r.code, 1);
+  EXPECT_NE(r.err.find(" is an invalid database."), std::string::npos);
+  EXPECT_EQ(ReadFile(dir.path() / "junk.mdb"), bytes);
+  EXPECT_EQ(ReadFile(dir.path() / "junk.OLD"), bytes);
+  Document("");
+  EXPECT_EQ(Run("convert", "doc.mdb").out, dir.str("doc.mdb") + " is a current document: nothing to convert\n");
+}
+
 }  // namespace
 }  // namespace r6183::test

@@ -12,6 +12,7 @@
 #include "shell/ProcessState.h"
 #include "shell/ProductIdentity.h"
 #include "shell/Prompter.h"
+#include "shell/WindowOpener.h"
 
 namespace r6183 {
 
@@ -36,6 +37,8 @@ class Session {
     if (pump_) pump_();
   }
   const Pump& pumpFunction() const { return pump_; }
+  WindowOpener& windows() { return *windows_; }
+  void SetWindowOpener(WindowOpener* w) { windows_ = w ? w : &noWindows_; }
   void SetPump(Pump p) { pump_ = std::move(p); }
 
   // Shortcut for a notice under the product's title.
@@ -49,6 +52,8 @@ class Session {
   Clock& clock_;
   Pump pump_;
   Journal journal_;
+  WindowOpener noWindows_;
+  WindowOpener* windows_ = &noWindows_;
 };
 
 }  // namespace r6183

@@ -1,0 +1,19 @@
+#pragma once
+// How core asks for windows it does not own: the desktop program opens them, the
+// command line and the tests record or ignore the requests.
+#include <string>
+
+namespace r6183 {
+
+class WindowOpener {
+ public:
+  virtual ~WindowOpener() = default;
+  // Shows the window named `name` ("frmConfig") and returns when it is closed.
+  virtual void ShowModal(const std::string& name) { (void)name; }
+  // Shows the window without waiting and brings it to the front.
+  virtual void Show(const std::string& name) { (void)name; }
+  // The hourglass pointer over the main window while a command runs.
+  virtual void SetHourglass(bool on) { (void)on; }
+};
+
+}  // namespace r6183
