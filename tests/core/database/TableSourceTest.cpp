@@ -125,7 +125,7 @@ TEST(SqliteSource, ReadsTablesInCreationOrderWithTypesAndRowsInRowidOrder) {
                           r REAL, d DOUBLE, z BLOB, n);
     INSERT INTO Earlier (rowid, b, y, s, l, t, m, o, r, d, z, n) VALUES
       (7, 1, 255, -2, 70000, 'seven', 'memo', 'o', 1.5, 2.25, x'00FF', NULL),
-      (3, 0, 0, 0, 0, '', NULL, NULL, 0.0, -1e300, NULL, 'any');
+      (3, 0, 0, 0, 0, '', NULL, NULL, 0.0, -0.125, NULL, 'any');
     CREATE TABLE Dropped (v);
     DROP TABLE Dropped;
   )");
@@ -142,7 +142,7 @@ TEST(SqliteSource, ReadsTablesInCreationOrderWithTypesAndRowsInRowidOrder) {
                                                "t:text:12", "m:memo:0", "o:memo:0", "r:double:0",
                                                "d:double:0", "z:binary:0", "n:memo:0"}));
   const std::vector<std::vector<Value>> rows = {
-      {0, 0, 0, 0, "", nullptr, nullptr, 0.0, -1e300, nullptr, "any"},
+      {0, 0, 0, 0, "", nullptr, nullptr, 0.0, -0.125, nullptr, "any"},
       {1, 255, -2, 70000, "seven", "memo", "o", 1.5, 2.25, Value(Value::Bytes{0x00, 0xFF}), nullptr},
   };
   EXPECT_EQ(t.rows, rows);
