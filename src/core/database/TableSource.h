@@ -28,6 +28,7 @@ const char* FormatName(FileFormat f);
 struct SourceColumn {
   std::string name;
   std::string type;  // text, memo, byte, integer, long, float, double, currency, datetime, boolean, binary, ole, guid, numeric
+                     // (complex: the long key of a Jet attachment column)
   int size = 0;      // bytes as the file declares them
 };
 
@@ -44,12 +45,17 @@ class TableSource {
  public:
   virtual ~TableSource() = default;
   // Every table in the order of the file's table definitions, system tables included.
+  // A Jet file gives its user tables and its MSys... tables; hidden system tables
+  // under other names (the data of complex columns) are left out. SQLite gives no
+  // sqlite_... table.
   virtual std::vector<std::string> TableNames() = 0;
-  // Raises RuntimeError when the table can't be read whole (a truncated file).
+  // Raises RuntimeError when the table can't be read whole (3343 for a truncated or
+  // damaged file), 3078 for a name not in the file (matched without regard to case).
   virtual SourceTable ReadTable(const std::string& name) = 0;
 };
 
-// Opens a Jet or SQLite file for reading; raises RuntimeError (3343) for anything else.
+// Opens a Jet or SQLite file for reading; raises RuntimeError 3343 for anything else,
+// 53 for a missing file, 70 for one that can't be read.
 std::unique_ptr<TableSource> OpenTableSource(const std::string& path);
 
 // The readers behind OpenTableSource.
