@@ -6,6 +6,7 @@
 #include "database/ImportData.h"
 #include "DbTestSupport.h"
 #include "shell/MainMenu.h"
+#include "shell/Text.h"
 
 namespace r6183 {
 namespace {
@@ -263,8 +264,12 @@ TEST_F(Documents, NewNeedsTheTemplate) {
   EXPECT_EQ(t->menu.WindowCaption(), "Title - Untitled");
   EXPECT_EQ(windows.shown, (std::vector<std::string>{"modal frmConfig", "frmSwitchBoard"}));
   EXPECT_EQ(Peek(t->state.WorkDbPath, "SELECT PageGroup5 FROM EmergencyPG"), "0");
+  // Close takes the store's side files with the work copy, whatever their case
+  for (const char* side : {"~TEMP-journal", "~temp-wal", "~Temp.ldb"}) test::WriteFile(t.dir.path() / side, "x");
   t.prompter.QueueAnswer(Answer::No);
   mnuFileClose_Click(*t);
+  for (const auto& e : fs::directory_iterator(t.dir.path()))
+    EXPECT_NE(ToUpper(e.path().filename().string()).rfind("~TEMP", 0), 0u) << e.path();
 
   fs::remove(t->state.DefaultDbPath);
   mnuFileNew_Click(*t);
