@@ -8,23 +8,14 @@
 
 #include "database/DocumentCommands.h"
 #include "shell/MainMenu.h"
-#include "shell/Session.h"
+#include "BenchSession.h"
 
 namespace fs = std::filesystem;
 using namespace r6183;
 
 namespace {
-struct Bench {
+struct Bench : bench::BenchSession {
   Bench() {
-    std::string tmpl = (fs::temp_directory_path() / "r6183-bench-XXXXXX").string();
-    dir = ::mkdtemp(tmpl.data());
-    for (const auto& e : fs::recursive_directory_iterator(R6183_STAGED_APPDIR)) {
-      const auto rel = fs::relative(e.path(), R6183_STAGED_APPDIR);
-      if (e.is_directory()) fs::create_directories(dir / rel);
-      else if (!rel.string().ends_with(".mdb") && rel.string().find('~') == std::string::npos)
-        fs::copy_file(e.path(), dir / rel);
-    }
-    session = std::make_unique<Session>(AppDir(dir), prompter, clock);
     session->product.ProductTitle = "Bench";
     Initialize(*session);
     document = (dir / "LARGEST.MDB").string();
@@ -37,12 +28,7 @@ struct Bench {
             " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
             "COMMIT");
   }
-  ~Bench() { fs::remove_all(dir); }
-  fs::path dir;
   std::string document;
-  ScriptedPrompter prompter;
-  SystemClock clock;
-  std::unique_ptr<Session> session;
 };
 
 void BM_OpenLargest(benchmark::State& state) {
