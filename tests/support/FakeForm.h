@@ -1,7 +1,6 @@
 #pragma once
-// A loaded window for tests: it registers on construction, counts what core asks of
-// it, and leaves the registry when it unloads. `events` (shared between windows)
-// records "caption:call" in order.
+// A loaded window for tests: it registers on construction, leaves the registry when it
+// unloads, and records each call core makes of it as "caption:call" in `events`.
 #include <functional>
 #include <optional>
 #include <string>
@@ -13,10 +12,10 @@ namespace r6183::test {
 
 class FakeForm : public Form {
  public:
-  FakeForm(FormsRegistry& forms, std::string name, std::string caption,
-           std::optional<bool> uncommitted = std::nullopt, std::vector<std::string>* events = nullptr)
-      : name(std::move(name)), caption(std::move(caption)), uncommitted(uncommitted),
-        events(events), forms_(forms) {
+  FakeForm(FormsRegistry& forms, std::vector<std::string>& events, std::string name, std::string caption,
+           std::optional<bool> uncommitted = std::nullopt)
+      : name(std::move(name)), caption(std::move(caption)), uncommitted(uncommitted), events_(events),
+        forms_(forms) {
     forms_.Add(this);
   }
   ~FakeForm() override { forms_.Remove(this); }
@@ -25,39 +24,31 @@ class FakeForm : public Form {
 
   std::string name, caption;
   std::optional<bool> uncommitted;
-  bool refuseOk = false;          // its checks refuse the edits: Ok leaves it open
+  bool refuseOk = false;           // its checks refuse the edits: Ok leaves it open
   std::function<void()> onUnload;  // e.g. a window that takes another one with it
-  std::vector<std::string>* events;
-  int oks = 0, cancels = 0, unloads = 0;
-  bool loaded = true;
 
   std::string Name() const override { return name; }
   std::string Caption() const override { return caption; }
   std::optional<bool> UncommittedChanges() const override { return uncommitted; }
   void PressOk() override {
     Note("ok");
-    ++oks;
     if (!refuseOk) Unload();
   }
   void PressCancel() override {
     Note("cancel");
-    ++cancels;
     Unload();
   }
   void BringToTop() override { Note("top"); }
   void SetFocus() override { Note("focus"); }
   void Unload() override {
     Note("unload");
-    ++unloads;
-    loaded = false;
     forms_.Remove(this);
     if (onUnload) onUnload();
   }
 
  private:
-  void Note(const char* what) {
-    if (events) events->push_back(caption + ":" + what);
-  }
+  void Note(const char* what) { events_.push_back(caption + ":" + what); }
+  std::vector<std::string>& events_;
   FormsRegistry& forms_;
 };
 
