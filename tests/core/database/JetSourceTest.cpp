@@ -21,9 +21,13 @@ using test::ErrorOf;
 
 const fs::path kSamples(R6183_JET_SAMPLES);
 
+// The samples live beside the project, not in it; without them these tests say so and skip.
+#define REQUIRE_SAMPLES() \
+  if (!fs::is_directory(kSamples)) GTEST_SKIP() << "no Jet samples at " << kSamples
+
 std::vector<fs::path> SampleFiles() {
   std::vector<fs::path> files;
-  for (const auto& e : fs::directory_iterator(kSamples))  // raises when the samples are missing
+  for (const auto& e : fs::directory_iterator(kSamples))
     if (e.path().extension() == ".mdb") files.push_back(e.path());
   std::sort(files.begin(), files.end());
   return files;
@@ -82,6 +86,7 @@ std::vector<std::string> Dump(TableSource& src) {
 }
 
 TEST(JetSource, EverySampleReadsAsTheIndependentReaderReadsIt) {
+  REQUIRE_SAMPLES();
   const auto files = SampleFiles();
   ASSERT_FALSE(files.empty());
   for (const auto& mdb : files) {
@@ -99,6 +104,7 @@ TEST(JetSource, EverySampleReadsAsTheIndependentReaderReadsIt) {
 }
 
 TEST(JetSource, AValueLongerThanTheLimitRaisesInsteadOfBeingCut) {
+  REQUIRE_SAMPLES();
   for (const char* file : {"test2V1997.mdb", "test2V2000.mdb"}) {  // a memo of about 400 characters
     const std::string path = (kSamples / file).string();
     EXPECT_EQ(ErrorOf([&] { jet::Open(path, 256)->ReadTable("MSP_PROJECTS"); }), err::FieldTooSmall) << file;
@@ -110,6 +116,7 @@ TEST(JetSource, AValueLongerThanTheLimitRaisesInsteadOfBeingCut) {
 // reads exactly as the whole file holds it or raises 3343, within a second; the reader
 // never hangs, crashes or hands out less.
 TEST(JetSource, DamagedFilesRaiseOrReadWholeTables) {
+  REQUIRE_SAMPLES();
   test::TempDir dir;
   const std::string path = dir.str("damaged.mdb");
   int raised = 0, whole = 0;
