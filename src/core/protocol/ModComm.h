@@ -1,0 +1,69 @@
+#pragma once
+// The bottom of the device protocol: the port, single characters and whole lines,
+// the frame around every message (letter, payload, three hexadecimal checksum digits,
+// CR, NUL), the stop-and-wait exchange with ACK (6) and NACK (21), and the check of
+// every received frame.
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "protocol/SerialLine.h"
+#include "protocol/TransferFile.h"
+
+namespace r6183 {
+
+class Session;
+
+inline constexpr char kAck = 6;
+inline constexpr char kNak = 21;
+
+// Length (letter and payload) of each letter accepted from the unit; 0 for a letter
+// that is never accepted.
+int MessageLength(char letter);
+
+class ModComm {
+ public:
+  // Makes the line for a port number when the port is first opened.
+  using LineFactory = std::function<std::unique_ptr<SerialLine>(int16_t port)>;
+
+  ModComm(Session& session, LineFactory factory);
+
+  // The message in hand, and the received text as it came (checksum included).
+  std::string msg_str;
+  std::string raw_msg_str;
+  bool NoResponseFlag = false;
+  bool NakLimitFlag = false;
+  bool ExceptionsFlag = false;
+
+  // File number 1 (the data file of a transfer) and number 2 (the log file).
+  TransferFile dataFile;
+  TransferFile logFile;
+
+  bool Init_Comm(int16_t handshaking);
+  void Exit_Comm();
+  bool PortOpen() const { return line_ && line_->IsOpen(); }
+  SerialLine* Line() { return line_.get(); }
+
+  std::string Compute_Checksum(const std::string& message);
+  void MyPutStr(const std::string& text);
+  std::string MyGet1Char();
+  std::string MyGetString();
+  bool Send_Msg(std::string& message);
+  bool Receive_Msg(bool acceptNewer);
+  bool Valid_message();
+  // A frame refused by Valid_message that is still a well-formed frame of newer
+  // firmware: a letter A to Z and a matching checksum.
+  bool NewHWnOldSW();
+
+  // Journals the line faults the driver reported since the last look.
+  void OnComm();
+
+ private:
+  void Trace(const std::string& text, const char* procedure);
+  Session& s_;
+  LineFactory factory_;
+  std::unique_ptr<SerialLine> line_;
+};
+
+}  // namespace r6183
