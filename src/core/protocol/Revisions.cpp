@@ -1,0 +1,94 @@
+#include "protocol/Revisions.h"
+
+#include "protocol/ModComm.h"
+#include "shell/Session.h"
+#include "shell/Text.h"
+
+namespace r6183 {
+
+namespace {
+constexpr const char* kDialing = "Dialing Modem";
+
+std::string Line(const char* label, const std::string& value) { return std::string(label) + "\t" + value; }
+
+// "0231" -> "Rev 2.31", "1105" -> "Rev 11.05"
+std::string RevisionField(const std::string& digits) {
+  std::string major = digits.substr(0, 2);
+  if (major[0] == '0') major.erase(0, 1);
+  return "Rev " + major + "." + digits.substr(2, 2);
+}
+
+bool Dialing(const Session& s) {
+  const int n = s.forms.Count();
+  return (n == 3 || n == 2) && s.forms.At(n - 1).Caption() == kDialing;
+}
+}  // namespace
+
+std::vector<std::string> RevisionLines::Shown() const {
+  std::vector<std::string> v;
+  for (const std::string* l : {&RevLineTool, &RevLineMain, &RevLineSecond, &RevLineThird, &RevLineStatus,
+                               &RevLineCard1, &RevLineCard2})
+    if (!l->empty()) v.push_back(*l);
+  return v;
+}
+
+void GetRevs(Session& s, ModComm& comm, RevisionLines& lines) {
+  if (Dialing(s)) return;
+  enum class Outcome { Good, Pre, Unknown } outcome = Outcome::Unknown;
+  step(s.journal(), Where{"ModComm", "GetRevs"}, [&] {
+    std::string v = s.state.ProgramDbRevision;
+    if (!v.empty() && v[0] == '0') v.erase(0, 1);
+    lines.RevLineTool = Line("Programming Tool: ", "Rev " + v);
+
+    if (!comm.Init_Comm(0)) {
+      outcome = Outcome::Unknown;
+    } else {
+      comm.msg_str = "H";
+      if (!comm.Send_Msg(comm.msg_str)) {
+        outcome = comm.NoResponseFlag ? Outcome::Unknown : Outcome::Pre;
+      } else {
+        comm.ExceptionsFlag = false;
+        outcome = comm.Receive_Msg(false) && comm.msg_str.size() == 15 && comm.msg_str[0] == 'J'
+                      ? Outcome::Good
+                      : Outcome::Pre;
+      }
+    }
+
+    lines.RevLineThird.clear();
+    lines.RevLineStatus.clear();
+    lines.RevLineCard1.clear();
+    lines.RevLineCard2.clear();
+    switch (outcome) {
+      case Outcome::Good: {
+        const std::string& m = comm.msg_str;
+        lines.RevLineSecond = Line("Second CPU: ", RevisionField(m.substr(1, 4)));
+        lines.RevLineMain = Line("Main CPU: ", RevisionField(m.substr(5, 4)));
+        if (m.substr(9, 4) != "0000") lines.RevLineThird = Line("Third CPU: ", RevisionField(m.substr(9, 4)));
+        if (m[13] == '1' || m[13] == '2') lines.RevLineCard1 = Line("First Option Card: ", std::string("Type ") + m[13]);
+        if (m[14] == '1') lines.RevLineCard2 = Line("Second Option Card: ", "Type CLOCK");
+        break;
+      }
+      case Outcome::Pre:
+        lines.RevLineSecond = Line("Second CPU: ", "Pre 2.00");
+        lines.RevLineMain = Line("Main CPU: ", "Pre 2.00");
+        break;
+      case Outcome::Unknown:
+        lines.RevLineSecond = Line("Second CPU: ", "Unknown");
+        lines.RevLineMain = Line("Main CPU: ", "Unknown");
+        lines.RevLineThird = Line("Third CPU: ", "Unknown");
+        lines.RevLineStatus = "** Not Communicating **";
+        break;
+    }
+  });
+  s.state.DateTimeActive = 0;
+}
+
+std::string UnitRevisionText(const ModComm& comm, const RevisionLines& lines, bool trim) {
+  if (comm.NoResponseFlag) return {};
+  std::string rv = comm.NakLimitFlag ? std::string("00.00") : RightChars(lines.RevLineSecond, 5);
+  if (trim) rv = Trim(rv);
+  if (!rv.empty() && rv[0] == '0') rv.erase(0, 1);
+  return rv;
+}
+
+}  // namespace r6183
