@@ -6,6 +6,7 @@
 
 #include "Commands.h"
 #include "ConsolePrompter.h"
+#include "protocol/ModComm.h"
 #include "shell/AppDir.h"
 #include "shell/ErrorsMaintenance.h"
 #include "shell/Session.h"
@@ -32,7 +33,21 @@ int main(int argc, char** argv) {
   convert->add_option("FILE", file)->required();
   convert->add_flag("--yes", yes, "answer Yes to the question whether to convert");
 
+  std::string text;
+  auto* frame = app.add_subcommand("frame", "print TEXT with its checksum, as it goes on the line (without CR and NUL)");
+  frame->add_option("TEXT", text)->required();
+
   CLI11_PARSE(app, argc, argv);
+
+  if (*frame) {
+    const auto sum = ChecksumOf(text);
+    if (!sum) {
+      std::cerr << "r6183ctl: the checksum of TEXT overflows\n";
+      return 1;
+    }
+    std::cout << text << *sum << '\n';
+    return 0;
+  }
 
   try {
     AppDir dir = appdir.empty() ? AppDir::Locate("/proc/self/exe") : AppDir(appdir);

@@ -154,5 +154,10 @@ TEST_F(CliTest, ConvertOfGarbageFailsAndKeepsTheFile) {
   EXPECT_EQ(Run("convert", "doc.mdb").out, dir.str("doc.mdb") + " is a current document: nothing to convert\n");
 }
 
+TEST_F(CliTest, FramePrintsTheTextWithItsChecksum) {
+  for (const auto& [text, line] : {std::pair{"A", "A041\n"}, std::pair{"H", "H048\n"}, std::pair{"X0", "X0088\n"}})
+    EXPECT_EQ(Run(std::string("frame ") + text).out, line);
+}
+
 }  // namespace
 }  // namespace r6183::test

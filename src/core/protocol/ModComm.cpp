@@ -83,23 +83,25 @@ void ModComm::Exit_Comm() {
   line_.reset();
 }
 
-std::string ModComm::Compute_Checksum(const std::string& message) {
+std::optional<std::string> ChecksumOf(std::string_view message) {
   int32_t sum = 0;
   for (unsigned char c : message) {
     sum += c;
-    if (sum > INT16_MAX) {
-      quietly([&] {
-        logFile.PrintLine("ERROR " + std::to_string(err::Overflow) +
-                          " COMPUTING CHECK SUM (Compute_Checksum): " + message);
-      });
-      ExceptionsFlag = true;
-      s_.journal().Log(err::Overflow, "", In("Bad CheckSum"));
-      return {};
-    }
+    if (sum > INT16_MAX) return std::nullopt;
   }
   char hex[8];
   std::snprintf(hex, sizeof hex, "%03X", static_cast<unsigned>(sum) & 0xFFFu);
-  return hex;
+  return std::string(hex);
+}
+
+std::string ModComm::Compute_Checksum(const std::string& message) {
+  if (auto sum = ChecksumOf(message)) return *sum;
+  quietly([&] {
+    logFile.PrintLine("ERROR " + std::to_string(err::Overflow) + " COMPUTING CHECK SUM (Compute_Checksum): " + message);
+  });
+  ExceptionsFlag = true;
+  s_.journal().Log(err::Overflow, "", In("Bad CheckSum"));
+  return {};
 }
 
 void ModComm::MyPutStr(const std::string& text) {

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string_view>
 #include <string>
 
 #include "protocol/SerialLine.h"
@@ -21,6 +23,11 @@ inline constexpr char kNak = 21;
 // Length (letter and payload) of each letter accepted from the unit; 0 for a letter
 // that is never accepted.
 int MessageLength(char letter);
+
+// The three-digit checksum of a message (letter and payload): the sum of its
+// character codes modulo 4096 in upper-case hexadecimal. Nothing when the sum does not
+// fit in 16 signed bits.
+std::optional<std::string> ChecksumOf(std::string_view message);
 
 class ModComm {
  public:
