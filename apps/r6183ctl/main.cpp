@@ -32,6 +32,8 @@ int main(int argc, char** argv) {
   convert->add_option("FILE", file)->required();
   convert->add_flag("--yes", yes, "answer Yes to the question whether to convert");
 
+  auto* ports = app.add_subcommand("ports", "list the port numbers 1 to 16 and their devices");
+
   CLI11_PARSE(app, argc, argv);
 
   try {
@@ -49,6 +51,7 @@ int main(int argc, char** argv) {
     if (*dump) return ctl::Dump(session, file);
     if (*make) return ctl::New(session, file, force);
     if (*convert) return ctl::Convert(session, file);
+    if (*ports) return ctl::Ports(session);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;
