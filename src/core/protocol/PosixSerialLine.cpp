@@ -88,12 +88,7 @@ std::vector<LineEvent> LineEventsBetween(const LineCounters& before, const LineC
   return events;
 }
 
-PosixSerialLine::~PosixSerialLine() { Close(); }
-
-void PosixSerialLine::Open(const LineSettings& settings, Handshake handshake) {
-  Close();
-  vanished_ = false;
-  // checked before the device is touched
+void ConfigureTermios(termios& tio, const LineSettings& settings, Handshake handshake) {
   const speed_t speed = SpeedOf(settings.baud);
   const tcflag_t dataBits = DataBitsOf(settings.dataBits);
   tcflag_t parity = 0;
@@ -107,16 +102,6 @@ void PosixSerialLine::Open(const LineSettings& settings, Handshake handshake) {
   if (settings.stopBits != 1 && settings.stopBits != 2)
     throw RuntimeError(err::InvalidProcedureCall, "unsupported stop bits " + std::to_string(settings.stopBits));
 
-  const int fd = ::open(device_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-  if (fd < 0) RaiseOpenError(device_, errno);
-  auto fail = [&](int16_t number, const std::string& text) {
-    ::close(fd);
-    throw RuntimeError(number, device_ + ": " + text);
-  };
-  termios tio{};
-  if (::tcgetattr(fd, &tio) != 0) fail(err::DeviceIoError, "not a serial device (" + ErrnoText(errno) + ")");
-  ::ioctl(fd, TIOCEXCL);  // no second program on the same port
-
   ::cfmakeraw(&tio);
   tio.c_cflag &= ~(CSIZE | PARENB | PARODD | CSTOPB | CRTSCTS);
   tio.c_cflag |= dataBits | parity | CLOCAL | CREAD;
@@ -125,10 +110,32 @@ void PosixSerialLine::Open(const LineSettings& settings, Handshake handshake) {
   if (parity) tio.c_iflag |= INPCK;
   if (handshake == Handshake::RequestToSend || handshake == Handshake::Both) tio.c_cflag |= CRTSCTS;
   if (handshake == Handshake::XonXoff || handshake == Handshake::Both) tio.c_iflag |= IXON | IXOFF;
+  tio.c_cc[VSTART] = 0x11;
+  tio.c_cc[VSTOP] = 0x13;
   tio.c_cc[VMIN] = 0;
   tio.c_cc[VTIME] = 0;
-  if (::cfsetispeed(&tio, speed) != 0 || ::cfsetospeed(&tio, speed) != 0 || ::tcsetattr(fd, TCSANOW, &tio) != 0)
-    fail(err::DeviceIoError, "cannot set the line settings (" + ErrnoText(errno) + ")");
+  ::cfsetispeed(&tio, speed);
+  ::cfsetospeed(&tio, speed);
+}
+
+PosixSerialLine::~PosixSerialLine() { Close(); }
+
+void PosixSerialLine::Open(const LineSettings& settings, Handshake handshake) {
+  Close();
+  vanished_ = false;
+  termios tio{};
+  ConfigureTermios(tio, settings, handshake);  // bad settings raise before the device is touched
+  const int fd = ::open(device_.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  if (fd < 0) RaiseOpenError(device_, errno);
+  auto fail = [&](const std::string& text) {
+    const int e = errno;
+    ::close(fd);
+    throw RuntimeError(err::DeviceIoError, device_ + ": " + text + " (" + ErrnoText(e) + ")");
+  };
+  if (::tcgetattr(fd, &tio) != 0) fail("not a serial device");
+  ConfigureTermios(tio, settings, handshake);
+  ::ioctl(fd, TIOCEXCL);  // no second program on the same port
+  if (::tcsetattr(fd, TCSANOW, &tio) != 0) fail("cannot set the line settings");
 
   fd_ = fd;
   input_.clear();
@@ -157,6 +164,9 @@ void PosixSerialLine::Fill() {
     }
     if (n < 0 && errno == EINTR) continue;
     if (n < 0 && IsGone(errno)) vanished_ = true;
+    // a hung-up device may read as empty: ask whether it is still there
+    pollfd p{fd_, POLLIN, 0};
+    if (!vanished_ && ::poll(&p, 1, 0) > 0 && (p.revents & (POLLHUP | POLLERR | POLLNVAL))) vanished_ = true;
     return;
   }
 }

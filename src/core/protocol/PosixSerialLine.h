@@ -1,6 +1,8 @@
 #pragma once
 // A serial device of the operating system (/dev/ttyUSB0, /dev/ttyS0, a
 // pseudo-terminal) driven through termios.
+#include <termios.h>
+
 #include <deque>
 #include <string>
 
@@ -14,6 +16,11 @@ struct LineCounters {
 };
 // The faults whose counts grew from `before` to `after`, one event a kind.
 std::vector<LineEvent> LineEventsBetween(const LineCounters& before, const LineCounters& after);
+
+// Sets `tio` for raw bytes with the given settings and handshake; raises
+// RuntimeError(InvalidProcedureCall) for settings a device can't take (mark or
+// space parity, a baud rate without a speed constant).
+void ConfigureTermios(termios& tio, const LineSettings& settings, Handshake handshake);
 
 class PosixSerialLine final : public SerialLine {
  public:
