@@ -13,6 +13,7 @@
 #include "database/Recordset.h"
 #include "database/TableSource.h"
 #include "database/ToneDefaults.h"
+#include "protocol/PortMap.h"
 #include "shell/Conversions.h"
 #include "shell/FileOps.h"
 #include "shell/Session.h"
@@ -136,6 +137,16 @@ int Convert(Session& session, const std::string& file) {
   else
     std::cout << "converted " << file << " (" << FormatName(before) << "), the original kept as "
               << GetBackUpName(file, "OLD") << '\n';
+  return 0;
+}
+
+}  // namespace r6183::ctl
+
+namespace r6183::ctl {
+
+int Ports(Session& session) {
+  for (const PortInfo& p : MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()))
+    std::cout << p.number << '\t' << (p.device.empty() ? "-" : p.device) << '\t' << p.description << '\n';
   return 0;
 }
 

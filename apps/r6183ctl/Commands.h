@@ -17,5 +17,8 @@ int New(Session& session, const std::string& file, bool force);
 // Opens FILE as the Open command does, converting a file of the older format; 0 when
 // FILE is a valid document afterwards.
 int Convert(Session& session, const std::string& file);
+// The sixteen port numbers, a line each: NUMBER, DEVICE ("-" for none) and
+// DESCRIPTION, tab-separated; 0.
+int Ports(Session& session);
 
 }  // namespace r6183::ctl

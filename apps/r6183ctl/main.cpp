@@ -36,6 +36,7 @@ int main(int argc, char** argv) {
   std::string text;
   auto* frame = app.add_subcommand("frame", "print TEXT with its checksum, as it goes on the line (without CR and NUL)");
   frame->add_option("TEXT", text)->required();
+  auto* ports = app.add_subcommand("ports", "list the port numbers 1 to 16 and their devices");
 
   CLI11_PARSE(app, argc, argv);
 
@@ -64,6 +65,7 @@ int main(int argc, char** argv) {
     if (*dump) return ctl::Dump(session, file);
     if (*make) return ctl::New(session, file, force);
     if (*convert) return ctl::Convert(session, file);
+    if (*ports) return ctl::Ports(session);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;

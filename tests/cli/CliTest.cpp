@@ -159,5 +159,24 @@ TEST_F(CliTest, FramePrintsTheTextWithItsChecksum) {
     EXPECT_EQ(Run(std::string("frame ") + text).out, line);
 }
 
+TEST_F(CliTest, PortsListsSixteenNumbersWithTheDevicesOfTheSettings) {
+  WriteFile(dir.path() / "app/settings.ini", "[Ports]\r\nCom 1=/dev/ttyFAKE\r\nCom 16=/dev/ttyLAST\r\n");
+  const Result r = Run("ports");
+  ASSERT_EQ(r.code, 0) << r.err;
+  std::istringstream lines(r.out);
+  std::vector<std::string> v;
+  for (std::string l; std::getline(lines, l);) v.push_back(l);
+  ASSERT_EQ(v.size(), 16u) << r.out;
+  EXPECT_EQ(v[0], "1\t/dev/ttyFAKE\t");
+  EXPECT_EQ(v[15], "16\t/dev/ttyLAST\t");
+  for (std::size_t i = 1; i < 15; ++i) {
+    // the rest depends on the machine: a found device or "-"
+    const std::string start = std::to_string(i + 1) + "\t";
+    EXPECT_EQ(v[i].rfind(start, 0), 0u) << v[i];
+    const std::string device = v[i].substr(start.size(), v[i].find('\t', start.size()) - start.size());
+    EXPECT_TRUE(device == "-" || (device.rfind("/dev/", 0) == 0 && device != "/dev/ttyFAKE")) << v[i];
+  }
+}
+
 }  // namespace
 }  // namespace r6183::test
