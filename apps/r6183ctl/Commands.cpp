@@ -12,6 +12,10 @@
 #include "database/DocumentDump.h"
 #include "database/Recordset.h"
 #include "database/TableSource.h"
+#include "protocol/ModComm.h"
+#include "protocol/PortMap.h"
+#include "protocol/PosixSerialLine.h"
+#include "protocol/Revisions.h"
 #include "database/ToneDefaults.h"
 #include "protocol/PortMap.h"
 #include "shell/Conversions.h"
@@ -148,6 +152,34 @@ int Ports(Session& session) {
   for (const PortInfo& p : MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()))
     std::cout << p.number << '\t' << (p.device.empty() ? "-" : p.device) << '\t' << p.description << '\n';
   return 0;
+}
+
+}  // namespace r6183::ctl
+
+namespace r6183::ctl {
+
+int Revs(Session& session, const std::string& port) {
+  std::string device;
+  try {
+    device = DeviceForPort(MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()), port);
+  } catch (const std::exception& e) {
+    std::cerr << "r6183ctl: port " << port << ": " << e.what() << '\n';
+    return 2;
+  }
+  ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
+  try {
+    comm.logFile.Open(session.appDir().PathOf("log_file.txt"));
+    const LocalDateTime now = session.clock().Now();
+    comm.logFile.PrintLine("Date - Time - " + FormatJournalDate(now) + " " + FormatJournalTime(now));
+  } catch (const std::exception& e) {
+    std::cerr << "r6183ctl: " << e.what() << '\n';
+  }
+  RevisionLines lines;
+  GetRevs(session, comm, lines);
+  comm.logFile.Close();
+  comm.Exit_Comm();
+  for (const std::string& line : lines.Shown()) std::cout << line << '\n';
+  return lines.RevLineStatus.empty() ? 0 : 1;
 }
 
 }  // namespace r6183::ctl

@@ -20,5 +20,8 @@ int Convert(Session& session, const std::string& file);
 // The sixteen port numbers, a line each: NUMBER, DEVICE ("-" for none) and
 // DESCRIPTION, tab-separated; 0.
 int Ports(Session& session);
+// Asks the unit on PORT (1 to 16, or a device path) for its revisions and prints the
+// lines the About window lists; 0 when the unit answered.
+int Revs(Session& session, const std::string& port);
 
 }  // namespace r6183::ctl

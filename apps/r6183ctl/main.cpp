@@ -37,6 +37,9 @@ int main(int argc, char** argv) {
   auto* frame = app.add_subcommand("frame", "print TEXT with its checksum, as it goes on the line (without CR and NUL)");
   frame->add_option("TEXT", text)->required();
   auto* ports = app.add_subcommand("ports", "list the port numbers 1 to 16 and their devices");
+  std::string port;
+  auto* revs = app.add_subcommand("revs", "ask the unit for the revisions of its processors and option cards");
+  revs->add_option("--port", port, "port number 1 to 16, or a device path")->required();
 
   CLI11_PARSE(app, argc, argv);
 
@@ -66,6 +69,7 @@ int main(int argc, char** argv) {
     if (*make) return ctl::New(session, file, force);
     if (*convert) return ctl::Convert(session, file);
     if (*ports) return ctl::Ports(session);
+    if (*revs) return ctl::Revs(session, port);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;
