@@ -22,6 +22,12 @@ inline constexpr char kNak = 21;
 // that is never accepted.
 int MessageLength(char letter);
 
+// How a transfer and its message routines report.
+struct TransferFlags {
+  bool TransferFailed = false;  // Send_Msg or Receive_Msg gave up
+  bool TransferDone = false;    // the transfer reached its A
+};
+
 class ModComm {
  public:
   // Makes the line for a port number when the port is first opened.
@@ -35,6 +41,7 @@ class ModComm {
   bool NoResponseFlag = false;
   bool NakLimitFlag = false;
   bool ExceptionsFlag = false;
+  TransferFlags transfer;
 
   // File number 1 (the data file of a transfer) and number 2 (the log file).
   TransferFile dataFile;
