@@ -29,6 +29,12 @@ int MessageLength(char letter);
 // fit in 16 signed bits.
 std::optional<std::string> ChecksumOf(std::string_view message);
 
+// How a transfer and its message routines report.
+struct TransferFlags {
+  bool TransferFailed = false;  // Send_Msg or Receive_Msg gave up
+  bool TransferDone = false;    // the transfer reached its A
+};
+
 class ModComm {
  public:
   // Makes the line for a port number when the port is first opened.
@@ -42,6 +48,7 @@ class ModComm {
   bool NoResponseFlag = false;
   bool NakLimitFlag = false;
   bool ExceptionsFlag = false;
+  TransferFlags transfer;
 
   // File number 1 (the data file of a transfer) and number 2 (the log file).
   TransferFile dataFile;
