@@ -21,8 +21,8 @@ void ProtocolTables::Open_Tables(Session& session) {
       {&Bgm, "Bgm"},       {&EmergencyPG, "EmergencyPG"}, {&TonesPG, "TonesPG"},     {&ClockDef, "ClockDef"},
       {&Clid, "Clid"},     {&Config, "Config"},           {&DipSwitch, "DipSwitch"}, {&Event, "Event"},
       {&PageGroup, "PageGroup"}, {&SchedDays, "SchedDays"}, {&ClassService, "ClassService"}};
-  for (const auto& [rs, name] : sets)
-    step(j, where, [&] { *rs = db.OpenRecordset(name, RecordsetType::Dynaset); });
+  for (const auto& set : sets)
+    step(j, where, [&] { *set.first = db.OpenRecordset(set.second, RecordsetType::Dynaset); });
 }
 
 void ProtocolTables::Close_Tables() {
