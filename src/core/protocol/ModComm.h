@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "protocol/SerialLine.h"
 #include "protocol/TransferFile.h"
@@ -21,6 +22,10 @@ inline constexpr char kNak = 21;
 // Length (letter and payload) of each letter accepted from the unit; 0 for a letter
 // that is never accepted.
 int MessageLength(char letter);
+
+// The checksum of a letter and payload: the sum of the character codes modulo 4096,
+// three upper-case hexadecimal digits.
+std::string FrameChecksum(std::string_view message);
 
 class ModComm {
  public:
