@@ -51,6 +51,14 @@ int MessageLength(char letter) {
   }
 }
 
+std::string FrameChecksum(std::string_view message) {
+  unsigned sum = 0;
+  for (unsigned char c : message) sum += c;
+  char hex[8];
+  std::snprintf(hex, sizeof hex, "%03X", sum & 0xFFFu);
+  return hex;
+}
+
 ModComm::ModComm(Session& session, LineFactory factory) : s_(session), factory_(std::move(factory)) {}
 
 void ModComm::Trace(const std::string& text, const char* procedure) {
@@ -89,9 +97,7 @@ std::optional<std::string> ChecksumOf(std::string_view message) {
     sum += c;
     if (sum > INT16_MAX) return std::nullopt;
   }
-  char hex[8];
-  std::snprintf(hex, sizeof hex, "%03X", static_cast<unsigned>(sum) & 0xFFFu);
-  return std::string(hex);
+  return FrameChecksum(message);
 }
 
 std::string ModComm::Compute_Checksum(const std::string& message) {

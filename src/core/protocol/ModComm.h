@@ -9,6 +9,7 @@
 #include <optional>
 #include <string_view>
 #include <string>
+#include <string_view>
 
 #include "protocol/SerialLine.h"
 #include "protocol/TransferFile.h"
@@ -34,6 +35,9 @@ struct TransferFlags {
   bool TransferFailed = false;  // Send_Msg or Receive_Msg gave up
   bool TransferDone = false;    // the transfer reached its A
 };
+
+// The checksum as the unit computes it, of any length: the sum modulo 4096.
+std::string FrameChecksum(std::string_view message);
 
 class ModComm {
  public:

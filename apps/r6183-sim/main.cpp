@@ -1,0 +1,117 @@
+// r6183-sim: a simulated control unit on a pseudo-terminal. Prints the device path
+// on the first line, then serves until SIGINT or SIGTERM.
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+
+#include "shell/AppDir.h"
+#include "shell/Clock.h"
+#include "sim/PtyLine.h"
+#include "sim/SimulatedUnit.h"
+#include "sim/UnitMemory.h"
+
+namespace fs = std::filesystem;
+using namespace r6183;
+
+namespace {
+volatile std::sig_atomic_t stopRequested = 0;
+void OnSignal(int) { stopRequested = 1; }
+
+void CatchStopSignals() {
+  struct sigaction sa {};
+  sa.sa_handler = OnSignal;
+  sigemptyset(&sa.sa_mask);
+  sigaction(SIGINT, &sa, nullptr);
+  sigaction(SIGTERM, &sa, nullptr);
+}
+
+std::string RevisionField(const std::string& text) {
+  try {
+    return sim::UnitRevisions::Field(text);
+  } catch (const std::exception&) {
+    throw CLI::ValidationError("revision", "write it like 2.31 (or 0 for none)");
+  }
+}
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app{"Simulated R-6183 control unit on a pseudo-terminal"};
+  std::string revision = "2.31", mainRevision, thirdRevision = "0", link, load, save;
+  int card1 = 0;
+  sim::UnitOptions o;
+  bool noDaylight = false;
+  long clockOffset = 0;
+  app.add_option("--revision", revision, "second CPU revision (and main, unless --main)")->capture_default_str();
+  app.add_option("--main", mainRevision, "main CPU revision");
+  app.add_option("--third", thirdRevision, "third CPU revision, 0 for none")->capture_default_str();
+  app.add_option("--card1", card1, "first option card type, 0 for none")->check(CLI::Range(0, 9));
+  app.add_flag("--clock-card", o.revisions.clockCard, "second option card is a clock card");
+  app.add_flag("--no-daylight", noDaylight, "the unit has no daylight-saving function");
+  app.add_flag("--daylight", o.daylightOn, "the daylight-saving adjustment starts on");
+  app.add_option("--clock-offset", clockOffset, "seconds the unit's clock runs ahead of the host's");
+  app.add_option("--nack-every", o.faults.nackEvery, "NACK every Nth received frame")->check(CLI::NonNegativeNumber);
+  app.add_option("--nack-share", o.faults.nackShare, "NACK this share of frames at random")->check(CLI::Range(0.0, 1.0));
+  app.add_option("--seed", o.faults.seed, "seed of the random NACKs");
+  app.add_option("--silent-after", o.faults.silentAfter, "answer nothing after N frames")->check(CLI::NonNegativeNumber);
+  app.add_option("--hang-up-after", o.faults.hangUpAfter, "hang up after N frames")->check(CLI::NonNegativeNumber);
+  app.add_flag("--bad-checksum", o.faults.badChecksum, "send frames with a wrong checksum");
+  app.add_flag("--garbage", o.faults.garbage, "send a line of noise before each frame");
+  app.add_flag("--bad-clock", o.faults.badClock, "answer Q with month 13 until the clock is set");
+  app.add_flag("--pace", o.pace, "take about 1.04 ms per byte, as at 9600 baud");
+  app.add_option("--load", load, "start with the programming of this document")->check(CLI::ExistingFile);
+  app.add_option("--save", save, "save the programming to this document on exit");
+  app.add_option("--link", link, "also make a symbolic link here to the device");
+  CLI11_PARSE(app, argc, argv);
+
+  try {
+    o.revisions.second = RevisionField(revision);
+    o.revisions.main = mainRevision.empty() ? o.revisions.second : RevisionField(mainRevision);
+    o.revisions.third = thirdRevision == "0" ? "0000" : RevisionField(thirdRevision);
+  } catch (const CLI::Error& e) {
+    return app.exit(e);
+  }
+  o.revisions.card1 = static_cast<char>('0' + card1);
+  o.daylightSupported = !noDaylight;
+
+  try {
+    sim::UnitMemory memory;
+    if (!load.empty()) {
+      memory.Load(load);
+    } else if (auto tmpl = FindNoCase(fs::read_symlink("/proc/self/exe").parent_path(), "DEFAULT")) {
+      memory.Load(*tmpl);
+    }
+
+    sim::PtyLine line;
+    if (!link.empty()) {
+      std::error_code ec;
+      fs::remove(link, ec);  // an old link from an earlier run
+      fs::create_symlink(line.DevicePath(), link);
+    }
+    CatchStopSignals();
+    std::cout << line.DevicePath() << std::endl;
+
+    SystemClock clock;
+    sim::SimulatedUnit unit(line, clock, o);
+    unit.SetMemory(&memory);
+    unit.SetClockOffset(std::chrono::seconds(clockOffset));
+    while (!stopRequested && !unit.HungUp()) {
+      line.WaitForInput(std::chrono::milliseconds(20));
+      unit.Poll();
+    }
+    if (unit.HungUp()) std::cerr << "r6183-sim: hung up\n";
+
+    if (!link.empty()) {
+      std::error_code ec;
+      if (fs::read_symlink(link, ec) == line.DevicePath()) fs::remove(link, ec);
+    }
+    if (!save.empty()) memory.Save(save);
+    const auto& c = unit.Count();
+    std::cerr << "r6183-sim: " << c.framesReceived << " frames received, " << c.framesSent << " sent\n";
+  } catch (const std::exception& e) {
+    std::cerr << "r6183-sim: " << e.what() << '\n';
+    return 1;
+  }
+  return 0;
+}
