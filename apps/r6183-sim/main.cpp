@@ -11,6 +11,7 @@
 #include "sim/PtyLine.h"
 #include "sim/SimulatedUnit.h"
 #include "sim/UnitMemory.h"
+#include "sim/UnitTransfers.h"
 
 namespace fs = std::filesystem;
 using namespace r6183;
@@ -63,6 +64,9 @@ int main(int argc, char** argv) {
   app.add_option("--load", load, "start with the programming of this document")->check(CLI::ExistingFile);
   app.add_option("--save", save, "save the programming to this document on exit");
   app.add_option("--link", link, "also make a symbolic link here to the device");
+  std::string order = sim::UnitTransfers::kDefaultOrder;
+  app.add_option("--order", order, "the order in which R sends the sections (letters of XIDCGPWEKNM)")
+      ->capture_default_str();
   CLI11_PARSE(app, argc, argv);
 
   try {
@@ -95,6 +99,7 @@ int main(int argc, char** argv) {
     SystemClock clock;
     sim::SimulatedUnit unit(line, clock, o);
     unit.SetMemory(&memory);
+    sim::UnitTransfers transfers(unit, memory, order);
     unit.SetClockOffset(std::chrono::seconds(clockOffset));
     while (!stopRequested && !unit.HungUp()) {
       line.WaitForInput(std::chrono::milliseconds(20));

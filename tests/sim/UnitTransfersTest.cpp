@@ -1,0 +1,119 @@
+// The unit's whole transfers, in-process: the tool's own routines on one end of an
+// in-memory line, the simulated unit on the other.
+#include <gtest/gtest.h>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <sstream>
+
+#include "database/DocumentDump.h"
+#include "protocol/Messages.h"
+#include "sim/SimulatedUnit.h"
+#include "sim/UnitMemory.h"
+#include "sim/UnitTransfers.h"
+#include "support/LinePeer.h"
+
+namespace r6183 {
+namespace {
+
+// A document whose fields need no padding on the wire, so what comes back is equal.
+const char* kProgramming =
+    "UPDATE Config SET System_Config = 3;"
+    "UPDATE ClockDef SET ClockEnabled = 1, ClockA = '03', ClockB = '10', Direction = '1', BCD_Type = '2';"
+    "UPDATE Clid SET archnum = printf('%04d', 2000 + clid_station), clid_string = printf('Station %-7d', clid_station);"
+    "UPDATE PageGroup SET PageGroup1 = 1, PageGroup16 = DialCode % 2;"
+    "UPDATE SchedDays SET Monday = (Schedule = 1), Friday = (Schedule = 5);"  // a day runs one schedule
+    "INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup3) VALUES"
+    " (1, '07:30', 10, 1, 1), (1, '12:00', 59, 4, 0), (6, '23:59', 1, 2, 1);"
+    "UPDATE TonesPG SET PageGroup12 = 1; UPDATE EmergencyPG SET PageGroup16 = 1; UPDATE Bgm SET PageGroup2 = 1;"
+    "UPDATE DipSwitch SET QueueTone = 1, RingPattern = 2; UPDATE ClassService SET Service = \"Group\" % 3;";
+
+std::string Dump(const std::string& path) {
+  Database db = Database::Open(path, {.readOnly = true});
+  std::ostringstream out;
+  DumpDocument(db, out);
+  return out.str();
+}
+
+class UnitTransfers : public ::testing::Test {
+ protected:
+  UnitTransfers() {
+    auto [tool, unit] = MemoryLine::Pair(t.clock);
+    tool_ = std::move(tool);
+    unitLine = std::move(unit);
+    unitLine->Open({}, Handshake::None);
+    document = t.dir.str("site.mdb");
+    std::filesystem::copy_file(test::StagedAppDir() / "DEFAULT", document);
+    SQLite::Database(document, SQLite::OPEN_READWRITE).exec(kProgramming);
+    memory.Load(test::StagedAppDir() / "DEFAULT");
+    sim = std::make_unique<sim::SimulatedUnit>(*unitLine, t.clock);
+    sim->SetMemory(&memory);
+    transfers = std::make_unique<sim::UnitTransfers>(*sim, memory);
+    t->SetPump([this] { sim->Poll(); });
+    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<test::LineRef>(tool_.get()); });
+    comm->Init_Comm(0);
+    comm->dataFile.Open(t.dir.str("data.txt"));
+    comm->logFile.Open(t.dir.str("log.txt"));
+  }
+
+  // What the tool's Send transfer does, stage by stage, from `path`.
+  void SendDocument(const std::string& path) {
+    Messages m(*t, *comm);
+    Database db = Database::Open(path);
+    t->state.SystemConfig = 3;
+    std::string s = "S";
+    ASSERT_TRUE(comm->Send_Msg(s));
+    m.SendConfig(); m.SendDip(db); m.SendClock(db); m.SendClid(db); m.SendGroups(db); m.SendClassService(db);
+    m.SendSched(db); m.SendEvents(db); m.SendCT(db); m.SendEmer(db); m.SendBGM(db);
+    std::string a = "A";
+    ASSERT_TRUE(comm->Send_Msg(a));
+    EXPECT_FALSE(comm->transfer.TransferFailed);
+  }
+
+  // R: the letters of what the unit sends, until A.
+  std::string ReceiveAll() {
+    std::string r = "R", letters;
+    if (!comm->Send_Msg(r)) return "no answer to R";
+    for (int i = 0; i < 300 && comm->Receive_Msg(false); ++i) {
+      letters += comm->msg_str[0];
+      if (comm->msg_str == "A") break;
+    }
+    return letters;
+  }
+
+  test::TestSession t;
+  std::unique_ptr<MemoryLine> tool_, unitLine;
+  std::string document;
+  sim::UnitMemory memory;
+  std::unique_ptr<sim::SimulatedUnit> sim;
+  std::unique_ptr<sim::UnitTransfers> transfers;
+  std::unique_ptr<ModComm> comm;
+};
+
+TEST_F(UnitTransfers, ASentDocumentBecomesTheUnitsMemoryAndComesBackWhole) {
+  SendDocument(document);
+  EXPECT_TRUE(test::JournalRows(*t).empty());
+  EXPECT_FALSE(transfers->Receiving());
+  EXPECT_EQ(Dump(memory.Path().string()), Dump(document));
+
+  const std::string expected = "XID" + std::string(96, 'C') + "GGGGP" + std::string(7, 'W') + "EEEKNMA";
+  EXPECT_EQ(ReceiveAll(), expected);
+  EXPECT_EQ(transfers->LastSendCount(), static_cast<int>(expected.size()));
+}
+
+TEST_F(UnitTransfers, AnUnfinishedSendLeavesTheMemoryAsItWas) {
+  const std::string before = Dump(memory.Path().string());
+  Messages m(*t, *comm);
+  Database db = Database::Open(document);
+  std::string s = "S";
+  ASSERT_TRUE(comm->Send_Msg(s));
+  t->state.SystemConfig = 3;
+  m.SendConfig();
+  m.SendClid(db);
+  EXPECT_TRUE(transfers->Receiving());
+  transfers.reset();  // the unit is switched off before A
+  EXPECT_EQ(Dump(memory.Path().string()), before);
+}
+
+}  // namespace
+}  // namespace r6183
