@@ -67,6 +67,8 @@ int main(int argc, char** argv) {
   std::string order = sim::UnitTransfers::kDefaultOrder;
   app.add_option("--order", order, "the order in which R sends the sections (letters of XIDCGPWEKNM)")
       ->capture_default_str();
+  bool unknownLetters = false;
+  app.add_flag("--unknown-letters", unknownLetters, "R also sends messages of letters the tool does not know");
   CLI11_PARSE(app, argc, argv);
 
   try {
@@ -100,6 +102,7 @@ int main(int argc, char** argv) {
     sim::SimulatedUnit unit(line, clock, o);
     unit.SetMemory(&memory);
     sim::UnitTransfers transfers(unit, memory, order);
+    transfers.SendUnknownLetters(unknownLetters);
     unit.SetClockOffset(std::chrono::seconds(clockOffset));
     while (!stopRequested && !unit.HungUp()) {
       line.WaitForInput(std::chrono::milliseconds(20));

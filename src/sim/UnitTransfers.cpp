@@ -71,6 +71,7 @@ struct UnitTransfers::Impl {
       session.state.SystemConfig = config.IsEOF() ? 0 : CByte(config["System_Config"].GetValue());
     }
     for (char letter : order) {
+      if (unknownLetters) unit.Send("Y" + std::string(1, letter) + "0000");
       switch (letter) {
         case 'X': messages->SendConfig(); break;
         case 'I': messages->SendClock(db); break;
@@ -147,6 +148,7 @@ struct UnitTransfers::Impl {
   std::string frame;
   int sent = 0;
   bool receiving = false;
+  bool unknownLetters = false;
   fs::path staging;
 };
 
@@ -161,6 +163,8 @@ UnitTransfers::UnitTransfers(SimulatedUnit& unit, UnitMemory& memory, std::strin
 }
 
 UnitTransfers::~UnitTransfers() { impl_->End(false); }
+
+void UnitTransfers::SendUnknownLetters(bool on) { impl_->unknownLetters = on; }
 
 int UnitTransfers::LastSendCount() const { return impl_->sent; }
 bool UnitTransfers::Receiving() const { return impl_->receiving; }

@@ -17,6 +17,10 @@ class UnitTransfers {
   static constexpr const char* kDefaultOrder = "XIDCGPWEKNM";
 
   UnitTransfers(SimulatedUnit& unit, UnitMemory& memory, std::string order = kDefaultOrder);
+
+  // A unit newer than 2.00 may send messages the tool does not know: with this set, R
+  // sends one ("Y" and a payload) before each section.
+  void SendUnknownLetters(bool on);
   ~UnitTransfers();
   UnitTransfers(const UnitTransfers&) = delete;
   UnitTransfers& operator=(const UnitTransfers&) = delete;

@@ -71,10 +71,10 @@ class UnitTransfers : public ::testing::Test {
   }
 
   // R: the letters of what the unit sends, until A.
-  std::string ReceiveAll() {
+  std::string ReceiveAll(bool acceptNewer = false) {
     std::string r = "R", letters;
     if (!comm->Send_Msg(r)) return "no answer to R";
-    for (int i = 0; i < 300 && comm->Receive_Msg(false); ++i) {
+    for (int i = 0; i < 300 && comm->Receive_Msg(acceptNewer); ++i) {
       letters += comm->msg_str[0];
       if (comm->msg_str == "A") break;
     }
@@ -99,6 +99,15 @@ TEST_F(UnitTransfers, ASentDocumentBecomesTheUnitsMemoryAndComesBackWhole) {
   const std::string expected = "XID" + std::string(96, 'C') + "GGGGP" + std::string(7, 'W') + "EEEKNMA";
   EXPECT_EQ(ReceiveAll(), expected);
   EXPECT_EQ(transfers->LastSendCount(), static_cast<int>(expected.size()));
+}
+
+TEST_F(UnitTransfers, UnknownLettersPassOnlyWhenTheToolAcceptsNewerUnits) {
+  transfers->SendUnknownLetters(true);
+  const std::string all = ReceiveAll(true);
+  EXPECT_EQ(all.substr(0, 6), "YXYIYD");
+  EXPECT_EQ(all.back(), 'A');
+  // refused five times, the first unknown frame ends the exchange
+  EXPECT_EQ(ReceiveAll(false), "");
 }
 
 TEST_F(UnitTransfers, AnUnfinishedSendLeavesTheMemoryAsItWas) {

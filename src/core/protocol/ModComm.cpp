@@ -74,6 +74,8 @@ bool ModComm::Init_Comm(int16_t handshaking) {
     if (!line_) throw RuntimeError(err::BadFileNameOrNumber, "no device for port " + std::to_string(s_.state.ComPortNumber));
     line_->Open(settings, static_cast<Handshake>(handshaking));
     line_->DiscardInput();
+    // a modem wants DTR; a pseudo-terminal has no such line, which is only journalled
+    step(s_.journal(), In("Init_Comm"), [&] { line_->SetDTR(true); });
     return true;
   } catch (...) {
     // the caller tells the operator; the journal keeps the reason (a busy port, a missing
