@@ -8,7 +8,7 @@
 #include "protocol/Revisions.h"
 #include "sim/SimulatedUnit.h"
 #include "sim/UnitMemory.h"
-#include "support/TestSupport.h"
+#include "support/LinePeer.h"
 
 namespace r6183::sim {
 namespace {
@@ -16,22 +16,6 @@ namespace {
 const std::string kAckS(1, kAck), kNakS(1, kNak);
 
 std::string Frame(const std::string& m) { return m + FrameChecksum(m) + "\r"; }
-
-// The tool keeps its end of the line; the protocol borrows it.
-struct LineRef : SerialLine {
-  MemoryLine* l;
-  explicit LineRef(MemoryLine* m) : l(m) {}
-  void Open(const LineSettings& s, Handshake h) override { l->Open(s, h); }
-  void Close() override { l->Close(); }
-  bool IsOpen() const override { return l->IsOpen(); }
-  void Write(std::string_view b) override { l->Write(b); }
-  int InputWaiting() override { return l->InputWaiting(); }
-  std::optional<char> ReadByte() override { return l->ReadByte(); }
-  bool WaitForInput(std::chrono::milliseconds d) override { return l->WaitForInput(d); }
-  void DiscardInput() override { l->DiscardInput(); }
-  void DiscardOutput() override { l->DiscardOutput(); }
-  void SetDTR(bool on) override { l->SetDTR(on); }
-};
 
 // The tool's protocol and a simulated unit on one in-memory line and a manual clock;
 // the tool's pump runs the unit.
@@ -44,7 +28,7 @@ class SimTest : public ::testing::Test {
     unitEnd->Open({}, Handshake::None);
     Start({});
     t->SetPump([this] { sim->Poll(); });
-    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<LineRef>(toolEnd.get()); });
+    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<test::LineRef>(toolEnd.get()); });
     EXPECT_TRUE(comm->Init_Comm(0));
     comm->logFile.Open(t.dir.str("log_file.txt"));
     comm->dataFile.Open(t.dir.str("rx_data.txt"));

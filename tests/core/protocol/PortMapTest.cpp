@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "protocol/PortMap.h"
 #include "shell/ErrorNumbers.h"
 #include "support/TestSupport.h"
@@ -8,105 +10,69 @@ namespace r6183::test {
 namespace {
 
 const std::string kById = "/dev/serial/by-id/";
+using Found = std::vector<DiscoveredPort>;
+DiscoveredPort Usb(std::string dev, std::string byId, std::string text) {
+  return {std::move(dev), PortTransport::Usb, byId.empty() ? "" : kById + byId, std::move(text)};
+}
 
 // Found on the machine, deliberately out of order.
-const std::vector<DiscoveredPort> kFound = {
-    {"/dev/ttyS10", PortTransport::Native, "", "ttyS10"},
-    {"/dev/ttyUSB1", PortTransport::Usb, kById + "usb-Beta_Adapter-if00-port0", "Beta"},
-    {"/dev/ttyS2", PortTransport::Native, "", "ttyS2"},
-    {"/dev/ttyACM0", PortTransport::Usb, "", "Modem"},
-    {"/dev/ttyUSB0", PortTransport::Usb, kById + "usb-Alpha_Cable-if00-port0", "Alpha"},
-    {"/dev/rfcomm0", PortTransport::Bluetooth, "", "Phone"},
-};
-
-// "DEVICE DESCRIPTION" of each of the sixteen ports, "" where there is no device.
-std::vector<std::string> Rows(const std::vector<PortInfo>& ports) {
-  std::vector<std::string> rows;
-  for (std::size_t i = 0; i < ports.size(); ++i) {
-    EXPECT_EQ(ports[i].number, int(i) + 1);
-    rows.push_back(ports[i].device.empty() ? ports[i].description : ports[i].device + " " + ports[i].description);
-  }
-  return rows;
-}
-
-std::vector<std::string> Padded(std::vector<std::string> rows) {
-  rows.resize(kPortCount);
-  return rows;
-}
+const Found kFound = {{"/dev/ttyS10", PortTransport::Native, "", "S10"}, Usb("/dev/ttyUSB1", "usb-Beta", "Beta"),
+                      {"/dev/ttyS2", PortTransport::Native, "", "S2"}, Usb("/dev/ttyACM0", "", "Modem"),
+                      Usb("/dev/ttyUSB0", "usb-Alpha", "Alpha"), {"/dev/rfcomm0", PortTransport::Bluetooth, "", "BT"}};
 
 TEST(PortMapTest, SettingsFirstThenFoundDevicesUsbFirst) {
-  std::vector<DiscoveredPort> twice = kFound;
-  twice.push_back(kFound[1]);
-  twice.push_back(kFound[2]);
+  std::string full = "[Ports]\n", fullRows;  // 14 numbers set: two left for the six found
+  for (int n = 1; n <= 14; ++n) {
+    full += "Com " + std::to_string(n) + "=/dev/t" + std::to_string(n) + "\n";
+    fullRows += "/dev/t" + std::to_string(n) + " |";
+  }
   const struct {
-    std::string settings;  // "none": no settings file
-    std::vector<DiscoveredPort> found;
-    std::vector<std::string> rows;
+    std::string settings;  // "": no settings file
+    Found found;
+    std::string rows;  // "DEVICE DESCRIPTION|" of ports 1 on, up to the last with a device
   } cases[] = {
-      {"none", kFound,
-       {"/dev/ttyUSB0 Alpha", "/dev/ttyUSB1 Beta", "/dev/ttyACM0 Modem", "/dev/rfcomm0 Phone", "/dev/ttyS2 ttyS2",
-        "/dev/ttyS10 ttyS10"}},
-      {"none", {}, {}},
-      {"[Other]\nCom 1=/dev/ttyX\n[Ports]\nCom 0=/dev/ttyY\nCom 17=/dev/ttyZ\nCom1=/dev/ttyW\n", kFound,
-       {"/dev/ttyUSB0 Alpha", "/dev/ttyUSB1 Beta", "/dev/ttyACM0 Modem", "/dev/rfcomm0 Phone", "/dev/ttyS2 ttyS2",
-        "/dev/ttyS10 ttyS10"}},
-      {"[Ports]\nCom 1=/dev/ttyS10\n", kFound,
-       {"/dev/ttyS10 ttyS10", "/dev/ttyUSB0 Alpha", "/dev/ttyUSB1 Beta", "/dev/ttyACM0 Modem", "/dev/rfcomm0 Phone",
-        "/dev/ttyS2 ttyS2"}},
-      {"[Ports]\nCom 3=/dev/ttyFAKE\nCom 16=" + kById + "usb-Alpha_Cable-if00-port0\n", kFound,
-       {"/dev/ttyUSB1 Beta", "/dev/ttyACM0 Modem", "/dev/ttyFAKE ", "/dev/rfcomm0 Phone", "/dev/ttyS2 ttyS2",
-        "/dev/ttyS10 ttyS10", "", "", "", "", "", "", "", "", "", kById + "usb-Alpha_Cable-if00-port0 Alpha"}},
-      {"[ports]\r\n com 2 = /dev/ttyUSB1 \r\nCOM 4=\r\n", kFound,
-       {"/dev/ttyUSB0 Alpha", "/dev/ttyUSB1 Beta", "/dev/ttyACM0 Modem", "/dev/rfcomm0 Phone", "/dev/ttyS2 ttyS2",
-        "/dev/ttyS10 ttyS10"}},
-      {"[Ports]\nCom 5=/dev/ttyS2\nCom 6=/dev/ttyS2\n", twice,
-       {"/dev/ttyUSB0 Alpha", "/dev/ttyUSB1 Beta", "/dev/ttyACM0 Modem", "/dev/rfcomm0 Phone", "/dev/ttyS2 ttyS2",
-        "/dev/ttyS2 ttyS2", "/dev/ttyS10 ttyS10"}},
-      {"[Ports]\nCom 1=/dev/ttyA\nCom 2=/dev/ttyB\nCom 3=/dev/ttyC\nCom 4=/dev/ttyD\nCom 5=/dev/ttyE\n"
-       "Com 6=/dev/ttyF\nCom 7=/dev/ttyG\nCom 8=/dev/ttyH\nCom 9=/dev/ttyI\nCom 10=/dev/ttyJ\nCom 11=/dev/ttyK\n"
-       "Com 12=/dev/ttyL\n",
-       kFound,
-       {"/dev/ttyA ", "/dev/ttyB ", "/dev/ttyC ", "/dev/ttyD ", "/dev/ttyE ", "/dev/ttyF ", "/dev/ttyG ",
-        "/dev/ttyH ", "/dev/ttyI ", "/dev/ttyJ ", "/dev/ttyK ", "/dev/ttyL ", "/dev/ttyUSB0 Alpha",
-        "/dev/ttyUSB1 Beta", "/dev/ttyACM0 Modem", "/dev/rfcomm0 Phone"}},
+      {"", kFound,
+       "/dev/ttyUSB0 Alpha|/dev/ttyUSB1 Beta|/dev/ttyACM0 Modem|/dev/rfcomm0 BT|/dev/ttyS2 S2|/dev/ttyS10 S10|"},
+      // other sections and malformed keys ignored; names and blanks are loose; empty values free
+      {"[Other]\nCom 1=/dev/X\n[ports]\r\n com 3 = /dev/ttyUSB1 \r\nCOM 4=\r\nCom 0=/a\nCom 17=/b\nCom1=/c\n", kFound,
+       "/dev/ttyUSB0 Alpha|/dev/ttyACM0 Modem|/dev/ttyUSB1 Beta|/dev/rfcomm0 BT|/dev/ttyS2 S2|/dev/ttyS10 S10|"},
+      // an unknown device is kept; a by-id name claims its device
+      {"[Ports]\nCom 3=/dev/ttyFAKE\nCom 9=" + kById + "usb-Alpha\n", kFound,
+       "/dev/ttyUSB1 Beta|/dev/ttyACM0 Modem|/dev/ttyFAKE |/dev/rfcomm0 BT|/dev/ttyS2 S2|/dev/ttyS10 S10|||" + kById +
+           "usb-Alpha Alpha|"},
+      {full, kFound, fullRows + "/dev/ttyUSB0 Alpha|/dev/ttyUSB1 Beta|"},
+      // adapters go by their stable by-id names (numbers by value), not by kernel names
+      {"",
+       {Usb("/dev/ttyUSB0", "usb-Zeta", "Z"), {"/dev/ttyS1", PortTransport::Native, "", "S1"},
+        Usb("/dev/ttyUSB2", "usb-Acme_10", "A10"), Usb("/dev/ttyUSB1", "usb-Acme_9", "A9"),
+        Usb("/dev/ttyUSB10", "", "U10"), Usb("/dev/ttyUSB9", "", "U9")},
+       "/dev/ttyUSB1 A9|/dev/ttyUSB2 A10|/dev/ttyUSB0 Z|/dev/ttyUSB9 U9|/dev/ttyUSB10 U10|/dev/ttyS1 S1|"},
   };
   TestSession ts;
   const std::string path = ts.dir.str("ports.ini");
   for (const auto& c : cases) {
     SCOPED_TRACE(c.settings);
-    if (c.settings == "none") fs::remove(path);
+    if (c.settings.empty()) fs::remove(path);
     else WriteFile(path, c.settings);
-    EXPECT_EQ(Rows(MapPorts(ts->journal(), path, c.found)), Padded(c.rows));
+    const auto ports = MapPorts(ts->journal(), path, c.found);
+    ASSERT_EQ(ports.size(), std::size_t(kPortCount));
+    std::string rows, tail;
+    for (const PortInfo& p : ports) {
+      EXPECT_EQ(p.number, &p - &ports[0] + 1);
+      tail += p.device.empty() ? "|" : p.device + " " + p.description + "|";
+      if (!p.device.empty()) rows += std::exchange(tail, "");
+    }
+    EXPECT_EQ(rows, c.rows);
   }
   EXPECT_TRUE(JournalRows(*ts).empty()) << "a missing file or section is no error";
-}
-
-TEST(PortMapTest, FreeNumbersTakeUsbAdaptersByTheirStableNames) {
-  // by-id names, not kernel names, decide: ttyUSB numbers change with plugging order
-  const std::vector<DiscoveredPort> found = {
-      {"/dev/ttyUSB0", PortTransport::Usb, kById + "usb-Zeta-if00", "Z"},
-      {"/dev/ttyS1", PortTransport::Native, "", ""},
-      {"/dev/ttyUSB2", PortTransport::Usb, kById + "usb-Acme_10-if00", "A10"},
-      {"/dev/ttyUSB1", PortTransport::Usb, kById + "usb-Acme_9-if00", "A9"},
-      {"/dev/ttyUSB10", PortTransport::Usb, "", "no link"},
-      {"/dev/ttyUSB9", PortTransport::Usb, "", "no link"},
-      {"/dev/ttyS0", PortTransport::Native, "", ""},
-  };
-  TestSession ts;
-  std::vector<std::string> devices;
-  for (const PortInfo& p : MapPorts(ts->journal(), ts.dir.str("none.ini"), found))
-    if (!p.device.empty()) devices.push_back(p.device);
-  EXPECT_EQ(devices, (std::vector<std::string>{"/dev/ttyUSB1", "/dev/ttyUSB2", "/dev/ttyUSB0", "/dev/ttyUSB9",
-                                               "/dev/ttyUSB10", "/dev/ttyS0", "/dev/ttyS1"}));
 }
 
 TEST(PortMapTest, DeviceForPortTakesANumberOrAPath) {
   std::vector<PortInfo> ports;
   for (int n = 1; n <= kPortCount; ++n) ports.push_back({n, n <= 2 ? "/dev/ttyUSB" + std::to_string(n) : "", ""});
-  const std::pair<std::string, std::string> good[] = {
-      {"1", "/dev/ttyUSB1"}, {" 2 ", "/dev/ttyUSB2"}, {"/dev/ttyS7", "/dev/ttyS7"}, {"/tmp/fake", "/tmp/fake"}};
-  for (const auto& [port, device] : good) EXPECT_EQ(DeviceForPort(ports, port), device) << port;
-  for (const char* bad : {"3", "16", "0", "17", "-1", "", "one", "1x", "dev/ttyS0", "ttyUSB0"}) {
+  EXPECT_EQ(DeviceForPort(ports, " 2 "), "/dev/ttyUSB2");
+  EXPECT_EQ(DeviceForPort(ports, "/dev/ttyS7"), "/dev/ttyS7");
+  for (const char* bad : {"3", "0", "17", "", "1x", "ttyUSB0"}) {
     try {
       DeviceForPort(ports, bad);
       ADD_FAILURE() << "accepted: " << bad;
@@ -117,18 +83,12 @@ TEST(PortMapTest, DeviceForPortTakesANumberOrAPath) {
 }
 
 TEST(PortMapTest, UsbDescriptionNamesMakerProductAndSerial) {
-  const struct {
-    std::string manufacturer, product, serial, fallback, text;
-  } cases[] = {
+  const std::array<std::string, 5> cases[] = {  // maker, product, serial, fallback, text
       {"Acme", "USB Serial", "A1B2", "x", "Acme USB Serial (A1B2)"},
-      {"Acme", "", "", "x", "Acme"},
       {"", "USB Serial", "", "x", "USB Serial"},
       {"", "", "A1B2", "cable", "cable (A1B2)"},
-      {"", "", "", "cable", "cable"},
-      {"", "", "", "", ""},
-  };
-  for (const auto& c : cases)
-    EXPECT_EQ(DescribeUsb(c.manufacturer, c.product, c.serial, c.fallback), c.text) << c.text;
+      {"", "", "", "", ""}};
+  for (const auto& c : cases) EXPECT_EQ(DescribeUsb(c[0], c[1], c[2], c[3]), c[4]) << c[4];
 }
 
 }  // namespace
