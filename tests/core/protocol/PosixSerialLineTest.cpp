@@ -4,6 +4,7 @@
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <termios.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -181,6 +182,35 @@ TEST(LineEventsTest, ReportsEachFaultWhoseCountGrew) {
   for (const auto& c : cases)
     EXPECT_EQ(LineEventsBetween({3, 5, 7, 9}, c.after), c.events)
         << c.after.framing << ',' << c.after.overrun << ',' << c.after.parity << ',' << c.after.bufferOverrun;
+}
+
+// The unit's line is 9600,n,8,1 with no flow control; a wrong bit here silences a real unit.
+TEST(ConfigureTermios, SetsSpeedFramingAndFlowControl) {
+  struct Case {
+    const char* settings;
+    Handshake handshake;
+    tcflag_t size, parity;
+    bool twoStops, rtsCts, xonXoff;
+  };
+  const Case cases[] = {
+      {"9600,n,8,1", Handshake::None, CS8, 0, false, false, false},
+      {"9600,e,7,2", Handshake::RequestToSend, CS7, PARENB, true, true, false},
+      {"9600,o,8,1", Handshake::XonXoff, CS8, PARENB | PARODD, false, false, true},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.settings);
+    termios tio{};
+    ConfigureTermios(tio, LineSettings::Parse(c.settings), c.handshake);
+    EXPECT_EQ(cfgetospeed(&tio), B9600);
+    EXPECT_EQ(cfgetispeed(&tio), B9600);
+    EXPECT_EQ(tio.c_cflag & CSIZE, c.size);
+    EXPECT_EQ(tio.c_cflag & (PARENB | PARODD), c.parity);
+    EXPECT_EQ((tio.c_cflag & CSTOPB) != 0, c.twoStops);
+    EXPECT_EQ((tio.c_cflag & CRTSCTS) != 0, c.rtsCts);
+    EXPECT_EQ((tio.c_iflag & IXON) != 0, c.xonXoff);
+    EXPECT_TRUE(tio.c_cflag & CLOCAL);
+    EXPECT_FALSE(tio.c_lflag & ICANON);  // raw: bytes as they come
+  }
 }
 
 }  // namespace
