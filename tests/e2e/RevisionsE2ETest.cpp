@@ -65,8 +65,10 @@ TEST(RevisionsOverAPty, CtlRevsOnAMappedPort) {
   test::TempDir dir;
   test::CopyStagedAppDir(dir.path());
   const std::string link = dir.str("unit");
+  std::filesystem::create_symlink("/nonexistent", link);  // a stale link from an earlier run
   test::SimProcess sim(R6183_SIM_PATH, {"--revision", "2.05", "--third", "1.10", "--link", link});
   ASSERT_FALSE(sim.device().empty());
+  EXPECT_EQ(std::filesystem::read_symlink(link).string(), sim.device());
   test::WriteFile(dir.path() / "settings.ini", "[Ports]\r\nCom 3=" + link + "\r\n");
   const std::string out = dir.str("out");
   const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str() + "' revs --port 3 >'" +
@@ -77,6 +79,8 @@ TEST(RevisionsOverAPty, CtlRevsOnAMappedPort) {
             "Programming Tool: \tRev 2.00\nMain CPU: \tRev 2.05\nSecond CPU: \tRev 2.05\nThird CPU: \tRev 1.10\n");
   // the exchange is in the log of the application directory
   EXPECT_NE(test::ReadFile(dir.path() / "log_file.txt").find("Valid :  J0205"), std::string::npos);
+  EXPECT_EQ(sim.Stop(), 0);  // SIGTERM ends it cleanly, and its link goes with it
+  EXPECT_FALSE(std::filesystem::is_symlink(link));
 }
 
 }  // namespace
