@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
+#include <tuple>
 
 #include "database/Recordset.h"
 #include "protocol/ModComm.h"
-#include "protocol/Revisions.h"
 #include "sim/SimulatedUnit.h"
 #include "sim/UnitMemory.h"
 #include "support/LinePeer.h"
@@ -14,6 +13,7 @@ namespace r6183::sim {
 namespace {
 
 const std::string kAckS(1, kAck), kNakS(1, kNak);
+const std::string kJ = "J023102310000" "00";  // what a unit with the default revisions sends
 
 std::string Frame(const std::string& m) { return m + FrameChecksum(m) + "\r"; }
 
@@ -22,10 +22,7 @@ std::string Frame(const std::string& m) { return m + FrameChecksum(m) + "\r"; }
 class SimTest : public ::testing::Test {
  protected:
   SimTest() {
-    auto [tool, unit] = MemoryLine::Pair(t.clock);
-    toolEnd = std::move(tool);
-    unitEnd = std::move(unit);
-    unitEnd->Open({}, Handshake::None);
+    std::tie(toolEnd, unitEnd) = MemoryLine::Pair(t.clock);
     Start({});
     t->SetPump([this] { sim->Poll(); });
     comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<test::LineRef>(toolEnd.get()); });
@@ -34,8 +31,10 @@ class SimTest : public ::testing::Test {
     comm->dataFile.Open(t.dir.str("rx_data.txt"));
   }
   void Start(UnitOptions o) {
+    t.clock.SetNow({2024, 3, 9, 14, 5, 7});
     toolEnd->DiscardInput();
-    if (!unitEnd->IsOpen()) unitEnd->Open({}, Handshake::None);
+    toolEnd->ClearWritten();
+    unitEnd->Open({}, Handshake::None);  // again after a hang-up
     sim = std::make_unique<SimulatedUnit>(*unitEnd, t.clock, std::move(o));
   }
   // Writes raw bytes from the tool's side and lets the unit answer.
@@ -45,9 +44,17 @@ class SimTest : public ::testing::Test {
     sim->Poll();
     return unitEnd->Written();
   }
-  bool Ask(const std::string& letter) {
-    std::string m = letter;
-    return comm->Send_Msg(m) && comm->Receive_Msg(false);
+  // The tool sends each message ("+N" waits N seconds instead); a question (one letter)
+  // also waits for the reply. Gives what came of each: the reply, "ack" or the failure.
+  std::vector<std::string> Run(const std::vector<std::string>& script) {
+    std::vector<std::string> seen;
+    for (std::string m : script) {
+      const bool wait = m[0] == '+', question = m.size() == 1;
+      if (wait) t.clock.Advance(std::chrono::seconds(std::stoi(m)));
+      else if (!comm->Send_Msg(m)) seen.push_back(comm->NoResponseFlag ? "silent" : "nacked");
+      else seen.push_back(!question ? "ack" : comm->Receive_Msg(false) ? comm->msg_str : "bad reply");
+    }
+    return seen;
   }
 
   test::TestSession t;
@@ -63,271 +70,110 @@ TEST(UnitRevisions, FieldIsTwoDigitsOfMajorAndTwoOfMinor) {
     EXPECT_THROW(UnitRevisions::Field(bad), std::invalid_argument) << bad;
 }
 
-TEST_F(SimTest, ToolReadsRevisionsAndCardsOfTheUnit) {
-  struct Case {
-    UnitRevisions rev;
-    std::string second, main, third, card1, card2, unitText;
-    int naks;
-  };
+TEST_F(SimTest, UnitChecksEachFrameAndAnswersHWithItsRevisions) {
+  const UnitRevisions older{"0150", "0150", "0000", '1', true};
+  struct Case { UnitRevisions rev; std::string frame, written, kept; };  // kept: "" for none
   const Case cases[] = {
-      {{"0231", "0231", "0000", '2', true}, "Rev 2.31", "Rev 2.31", "", "First Option Card: \tType 2",
-       "Second Option Card: \tType CLOCK", "2.31", 0},
-      {{"1105", "0240", "0100", '1', false}, "Rev 11.05", "Rev 2.40", "Third CPU: \tRev 1.00",
-       "First Option Card: \tType 1", "", "11.05", 0},
-      {{"0200", "0200", "0000", '3', false}, "Rev 2.00", "Rev 2.00", "", "", "", "2.00", 0},
-      // before 2.00 the unit does not know H: five NACKs
-      {{"0150", "0150", "0000", '1', true}, "Pre 2.00", "Pre 2.00", "", "", "", "0.00", 5},
+      {{"0231", "0231", "0000", '2', true}, "H048\r", kAckS + Frame("J023102310000" "21"), "H"},
+      {{"1105", "0240", "0100", '1', false}, "H048\r", kAckS + Frame("J110502400100" "10"), "H"},
+      // before 2.00 the unit knows neither H nor Z, but it knows U
+      {older, "H048\r", kNakS, ""}, {older, Frame("Z"), kNakS, ""}, {older, Frame("U10"), kAckS, "U10"},
+      // a checksum off by one, in lower-case digits (0B6), a wrong length for X
+      {{}, "H049\r", kNakS, ""}, {{}, "U100b6\r", kNakS, ""}, {{}, Frame("X00"), kNakS, ""},
+      // the unit only sends J; an unknown letter, too short, an empty line
+      {{}, Frame(kJ), kNakS, ""}, {{}, Frame("Y"), kNakS, ""}, {{}, "A04\r", kNakS, ""}, {{}, "\r", kNakS, ""},
+      {{}, "A041\r", kAckS, "A"}, {{}, Frame("X0"), kAckS, "X0"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.rev.JMessage());
-    UnitOptions o;
-    o.revisions = c.rev;
-    Start(o);
-    RevisionLines lines;
-    GetRevs(*t, *comm, lines);
-    EXPECT_EQ(lines.RevLineSecond, "Second CPU: \t" + c.second);
-    EXPECT_EQ(lines.RevLineMain, "Main CPU: \t" + c.main);
-    EXPECT_EQ(lines.RevLineThird, c.third);
-    EXPECT_EQ(lines.RevLineCard1, c.card1);
-    EXPECT_EQ(lines.RevLineCard2, c.card2);
-    EXPECT_EQ(lines.RevLineStatus, "");
-    EXPECT_EQ(UnitRevisionText(*comm, lines, true), c.unitText);
-    EXPECT_EQ(sim->Count().naksSent, c.naks);
+    Start({.revisions = c.rev, .faults = {}});
+    EXPECT_EQ(Exchange(c.frame), c.written) << c.frame;
+    EXPECT_EQ(sim->Received(), c.kept.empty() ? std::vector<std::string>{} : std::vector{c.kept}) << c.frame;
   }
 }
 
-TEST_F(SimTest, EachReceivedFrameIsCheckedAsTheUnitDoes) {
-  const std::string u = "U10";
-  std::string lowerSum = FrameChecksum(u);
-  for (char& ch : lowerSum) ch = static_cast<char>(std::tolower(ch));
-  const std::pair<std::string, std::string> cases[] = {
-      {"H048\r", kAckS},
-      {"H049\r", kNakS},                                    // checksum off by one
-      {u + lowerSum + "\r", kNakS},                         // lower-case digits don't match
-      {Frame("X0"), kAckS},
-      {Frame("X00"), kNakS},                                // wrong length for X
-      {Frame("J023102310000002"), kNakS},                   // the unit only sends J
-      {Frame("Y"), kNakS},                                  // unknown letter
-      {"A04\r", kNakS},                                     // too short
-      {"\r", kNakS},                                        // empty line
-      {std::string("H0\0" "48\r", 6), kAckS},               // NUL is dropped
-      {"A041\r", kAckS},
+// A script the tool runs against a unit set up so, and what the tool sees: the outcome of
+// each message, and how many frames and NACKs it wrote.
+TEST_F(SimTest, ToolSeesTheClockTheDaylightSwitchAndTheLineFaultsOfTheUnit) {
+  struct Case {
+    const char* name;
+    UnitOptions unit;
+    std::vector<std::string> script, seen;
+    int toolFrames, toolNaks;
   };
-  for (const auto& [frame, answer] : cases) {
-    const std::string written = Exchange(frame);
-    EXPECT_EQ(written.substr(0, 1), answer) << frame;
-    toolEnd->DiscardInput();
-    while (!sim->Idle()) Exchange(kAckS);  // take any reply off the line
+  const std::vector<std::string> h4 = {"H", "H", "H", "H"}, j4 = {kJ, kJ, kJ, kJ};
+  const std::string n = "nacked", s = "silent", b = "bad reply";
+  auto with = [](Faults f, bool on = false, bool supported = true) {
+    return UnitOptions{.revisions = {}, .faults = f, .daylightSupported = supported, .daylightOn = on};
+  };
+  const Case cases[] = {
+      // the clock, read and set, runs on with the host's
+      {"clock into a leap day", {}, {"Q", "T235930022824", "Q", "+40", "Q"},
+       {"T140507030924", "ack", "T235930022824", "T000010022924"}, 4, 0},
+      {"clock into a new century", {}, {"T235930123199", "+40", "Q"}, {"ack", "T000010010100"}, 2, 0},
+      {"daylight off", {}, {"Z", "U11", "Z"}, {"U01", "ack", "U11"}, 3, 0},
+      {"daylight on", with({}, true), {"Z", "U01", "Z"}, {"U11", "ack", "U01"}, 3, 0},
+      {"daylight unsupported", with({}, false, false), {"Z", "U11", "Z"}, {"U00", "ack", "U10"}, 3, 0},
+      // line faults
+      {"no fault", {}, h4, j4, 4, 0},
+      {"NACK every second", with({.nackEvery = 2}), h4, j4, 7, 0},
+      {"NACK all", with({.nackShare = 1.0}), h4, {n, n, n, n}, 20, 0},
+      {"NACK half, seed 7", with({.nackShare = 0.5, .seed = 7}), h4, {kJ, n, kJ, kJ}, 11, 0},
+      {"NACK half, seed 8", with({.nackShare = 0.5, .seed = 8}), h4, j4, 9, 0},
+      {"silent after 2", with({.silentAfter = 2}), h4, {kJ, kJ, s, s}, 12, 0},
+      {"hang up after 2", with({.hangUpAfter = 2}), h4, {kJ, b, s, s}, 12, 5},  // the J is not sent
+      {"noise before each frame", with({.garbage = true}), h4, j4, 4, 4},
+      {"wrong checksum", with({.badChecksum = true}), h4, {b, b, b, b}, 4, 20},
+      {"impossible clock until set", with({.badClock = true}), {"Q", "Q", "T093000110601", "Q"},
+       {"T140507130924", "T140507130924", "ack", "T093000110601"}, 4, 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    Start(c.unit);
+    EXPECT_EQ(Run(c.script), c.seen);
+    const std::string& w = toolEnd->Written();
+    EXPECT_EQ(std::count(w.begin(), w.end(), '\r'), c.toolFrames);
+    EXPECT_EQ(std::count(w.begin(), w.end(), kNak), c.toolNaks);
+    EXPECT_EQ(unitEnd->IsOpen(), c.unit.faults.hangUpAfter == 0);
   }
-  EXPECT_EQ(sim->Received(), (std::vector<std::string>{"H", "X0", "H", "A"}));
 }
 
 TEST_F(SimTest, UnitRepeatsItsFrameUntilAcknowledgedFiveTimesAtMost) {
-  struct Case {
-    std::vector<std::string> answers;  // tool's reply to each try; "" is silence
-    int frames;
-    bool failed;
-  };
-  const Case cases[] = {
-      {{kAckS}, 1, false},
-      {{kNakS, kNakS, kAckS}, 3, false},
-      {{kNakS, "", kNakS, kAckS}, 4, false},
-      {{kNakS, kNakS, kNakS, kNakS, kNakS}, 5, true},
-      {{"", "", "", "", ""}, 5, true},
-  };
-  const std::string j = Frame(UnitRevisions{}.JMessage());
-  for (const auto& c : cases) {
+  const char a = kAck, n = kNak, quiet = '.';  // the tool's answer to each try
+  const std::pair<std::string, int> cases[] = {
+      {{a}, 1}, {{n, n, a}, 3}, {{n, quiet, n, a}, 4}, {{n, n, n, n, n}, 5}, {{quiet, quiet, quiet, quiet, quiet}, 5}};
+  for (const auto& [answers, frames] : cases) {
     Start({});
     Exchange("H048\r");  // ACK, and the first try of J
-    for (const std::string& a : c.answers) {
-      if (a.empty())
-        t.clock.Advance(std::chrono::milliseconds(1000));
-      else
-        toolEnd->Write(a);
+    for (char answer : answers) {
+      if (answer == quiet) t.clock.Advance(std::chrono::milliseconds(1000));
+      else toolEnd->Write(std::string(1, answer));
       sim->Poll();
     }
     t.clock.Advance(std::chrono::milliseconds(5000));
     sim->Poll();  // nothing more goes out
     std::string expected = kAckS;
-    for (int i = 0; i < c.frames; ++i) expected += j;
-    EXPECT_EQ(unitEnd->Written(), expected) << c.frames;
+    for (int i = 0; i < frames; ++i) expected += Frame(kJ);
+    EXPECT_EQ(unitEnd->Written(), expected) << frames;
     EXPECT_TRUE(sim->Idle());
-    EXPECT_EQ(sim->Count().sendsFailed, c.failed ? 1 : 0);
-  }
-}
-
-TEST_F(SimTest, DateAndTimeAreReadAndSet) {
-  t.clock.SetNow({2024, 3, 9, 14, 5, 7});
-  sim->SetClockOffset(std::chrono::hours(-24 * 10));  // the unit runs ten days behind
-  ASSERT_TRUE(Ask("Q"));
-  EXPECT_EQ(comm->msg_str, "T140507022824");  // leap year: ten days before 9 March
-
-  std::string set = "T235930123199";
-  ASSERT_TRUE(comm->Send_Msg(set));
-  const LocalDateTime now = sim->UnitTime();
-  EXPECT_EQ(FormatJournalDate(now) + " " + FormatJournalTime(now), "12/31/2099 23:59");
-  t.clock.Advance(std::chrono::seconds(40));  // the unit's clock keeps running: past midnight
-  ASSERT_TRUE(Ask("Q"));
-  EXPECT_EQ(comm->msg_str.substr(1, 4), "0000");
-  EXPECT_EQ(comm->msg_str.substr(7), "010100");
-}
-
-TEST_F(SimTest, ImpossibleClockHoldsUntilTheToolSetsIt) {
-  UnitOptions o;
-  o.faults.badClock = true;
-  Start(o);
-  ASSERT_TRUE(Ask("Q"));
-  EXPECT_EQ(comm->msg_str.substr(7, 2), "13");
-  ASSERT_TRUE(Ask("Q"));
-  EXPECT_EQ(comm->msg_str.substr(7, 2), "13");
-  std::string set = "T093000110601";
-  ASSERT_TRUE(comm->Send_Msg(set));
-  ASSERT_TRUE(Ask("Q"));
-  EXPECT_EQ(comm->msg_str.substr(7), "110601");
-}
-
-TEST_F(SimTest, DaylightSwitchIsReadAndSet) {
-  struct Case {
-    bool supported, on;
-    std::string revision;
-    std::string first;   // U before setting, "" when Z is refused
-    std::string set;     // U sent by the tool
-    std::string second;  // U after
-  };
-  const Case cases[] = {
-      {true, false, "0231", "U01", "U11", "U11"},
-      {true, true, "0231", "U11", "U01", "U01"},
-      {false, false, "0231", "U00", "U11", "U10"},
-      {true, false, "0150", "", "U11", ""},  // an older unit has no daylight message
-  };
-  for (const auto& c : cases) {
-    UnitOptions o;
-    o.daylightSupported = c.supported;
-    o.daylightOn = c.on;
-    o.revisions.second = c.revision;
-    Start(o);
-    EXPECT_EQ(Ask("Z"), !c.first.empty());
-    if (!c.first.empty()) {
-      EXPECT_EQ(comm->msg_str, c.first);
-    }
-    std::string set = c.set;
-    comm->Send_Msg(set);
-    if (Ask("Z")) {
-      EXPECT_EQ(comm->msg_str, c.second);
-    } else {
-      EXPECT_EQ(c.second, "");
-    }
-  }
-}
-
-TEST_F(SimTest, LineFaultsShowAsTheyAreAsked) {
-  struct Case {
-    const char* name;
-    Faults faults;
-    std::string answers;  // to six H frames in a row, the J replies acknowledged
-  };
-  const std::string a = kAckS, n = kNakS;
-  const Case cases[] = {
-      {"none", {}, a + a + a + a + a + a},
-      {"every second", {.nackEvery = 2}, a + n + a + n + a + n},
-      {"every frame", {.nackEvery = 1}, n + n + n + n + n + n},
-      {"silent after 4", {.silentAfter = 4}, a + a + a + a},
-      {"hang up after 2", {.hangUpAfter = 2}, a + a},
-      {"all at random", {.nackShare = 1.0}, n + n + n + n + n + n},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    UnitOptions o;
-    o.faults = c.faults;
-    Start(o);
-    std::string answers;
-    for (int i = 0; i < 6; ++i) {
-      const std::string w = Exchange("H048\r");
-      if (!w.empty() && (w[0] == kAck || w[0] == kNak)) answers += w[0];
-      while (!sim->Idle()) Exchange(kAckS);
-    }
-    EXPECT_EQ(answers, c.answers);
-    EXPECT_EQ(sim->HungUp(), c.faults.hangUpAfter > 0);
-    EXPECT_EQ(unitEnd->IsOpen(), c.faults.hangUpAfter == 0);
-  }
-}
-
-TEST_F(SimTest, RandomNacksFollowTheirShareAndSeed) {
-  auto run = [&](uint32_t seed) {
-    UnitOptions o;
-    o.faults.nackShare = 0.3;
-    o.faults.seed = seed;
-    Start(o);
-    std::string answers;
-    for (int i = 0; i < 200; ++i) answers += Exchange(Frame("X0"));
-    return answers;
-  };
-  const std::string first = run(7);
-  const auto naks = std::count(first.begin(), first.end(), kNak);
-  EXPECT_GT(naks, 30);
-  EXPECT_LT(naks, 90);
-  EXPECT_EQ(run(7), first);
-  EXPECT_NE(run(8), first);
-}
-
-TEST_F(SimTest, ToolCopesWithTheUnitsFaultyFrames) {
-  struct Case {
-    const char* name;
-    Faults faults;
-    bool gotRevisions;
-  };
-  const Case cases[] = {
-      {"noise before each frame", {.garbage = true}, true},
-      {"wrong checksum", {.badChecksum = true}, false},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    UnitOptions o;
-    o.faults = c.faults;
-    Start(o);
-    RevisionLines lines;
-    GetRevs(*t, *comm, lines);
-    EXPECT_EQ(lines.RevLineSecond, c.gotRevisions ? "Second CPU: \tRev 2.31" : "Second CPU: \tPre 2.00");
+    EXPECT_EQ(sim->Count().sendsFailed, answers.back() == a ? 0 : 1) << frames;
   }
 }
 
 TEST_F(SimTest, PacingTakesTheTimeOfTheBytesOnTheWire) {
   for (bool pace : {false, true}) {
-    UnitOptions o;
-    o.pace = pace;
-    Start(o);
+    Start({.revisions = {}, .faults = {}, .pace = pace});
     const uint32_t start = t.clock.TickCount();
-    Exchange("H048\r");  // 5 bytes in, ACK and a 19-byte J out
-    const uint32_t spent = t.clock.TickCount() - start;
-    if (pace) {
-      EXPECT_GE(spent, 25u);
-      EXPECT_LE(spent, 27u);
-    } else {
-      EXPECT_EQ(spent, 0u);
-    }
+    Exchange("H048\r");  // 5 bytes in, ACK and a 19-byte J out: 25 bytes of 1.042 ms
+    EXPECT_EQ(t.clock.TickCount() - start, pace ? 26u : 0u);
   }
-}
-
-TEST_F(SimTest, HandlersReplaceTheUnitsOwnAnswers) {
-  sim->SetHandler('R', [this](const std::string&) {
-    sim->Send("X2");
-    sim->Send("A");
-  });
-  std::string r = "R";
-  ASSERT_TRUE(comm->Send_Msg(r));
-  ASSERT_TRUE(comm->Receive_Msg(false));
-  EXPECT_EQ(comm->msg_str, "X2");
-  ASSERT_TRUE(comm->Receive_Msg(false));
-  EXPECT_EQ(comm->msg_str, "A");
 }
 
 TEST(UnitMemory, KeepsACopyOfADocumentAndSavesIt) {
   test::TempDir dir;
-  const auto tmpl = test::StagedAppDir() / "DEFAULT";
   UnitMemory memory;
   EXPECT_FALSE(memory.Loaded());
   EXPECT_THROW(memory.Save(dir.path() / "x.mdb"), std::runtime_error);
-  memory.Load(tmpl);
+  memory.Load(test::StagedAppDir() / "DEFAULT");
   memory.Open().Execute("UPDATE Config SET System_Config = 3");
   test::WriteFile(dir.path() / "junk.mdb", std::string(4096, 'j'));
   EXPECT_THROW(memory.Load(dir.path() / "junk.mdb"), std::runtime_error);
