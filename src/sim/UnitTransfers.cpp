@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "database/Recordset.h"
+#include "protocol/BorrowedLine.h"
 #include "protocol/Messages.h"
 #include "protocol/ModComm.h"
 #include "shell/Conversions.h"
@@ -26,28 +27,12 @@ struct UnitTransfers::Impl {
     collectorEnd = std::move(lines.second);
     collectorEnd->Open({}, Handshake::None);
     session.SetPump([this] { Collect(); });
-    comm = std::make_unique<ModComm>(session, [this](int16_t) { return std::make_unique<Borrowed>(toolEnd.get()); });
+    comm = std::make_unique<ModComm>(session, [this](int16_t) { return std::make_unique<BorrowedLine>(*toolEnd); });
     comm->Init_Comm(0);
     comm->dataFile.Open("/dev/null");
     comm->logFile.Open("/dev/null");
     messages = std::make_unique<Messages>(session, *comm);
   }
-
-  // A line the private ModComm borrows from this object.
-  struct Borrowed : SerialLine {
-    MemoryLine* l;
-    explicit Borrowed(MemoryLine* m) : l(m) {}
-    void Open(const LineSettings& s, Handshake h) override { l->Open(s, h); }
-    void Close() override { l->Close(); }
-    bool IsOpen() const override { return l->IsOpen(); }
-    void Write(std::string_view b) override { l->Write(b); }
-    int InputWaiting() override { return l->InputWaiting(); }
-    std::optional<char> ReadByte() override { return l->ReadByte(); }
-    bool WaitForInput(std::chrono::milliseconds d) override { return l->WaitForInput(d); }
-    void DiscardInput() override { l->DiscardInput(); }
-    void DiscardOutput() override { l->DiscardOutput(); }
-    void SetDTR(bool on) override { l->SetDTR(on); }
-  };
 
   void Collect() {
     while (auto c = collectorEnd->ReadByte()) {

@@ -25,7 +25,7 @@ class SimTest : public ::testing::Test {
     std::tie(toolEnd, unitEnd) = MemoryLine::Pair(t.clock);
     Start({});
     t->SetPump([this] { sim->Poll(); });
-    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<test::LineRef>(toolEnd.get()); });
+    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<BorrowedLine>(*toolEnd); });
     EXPECT_TRUE(comm->Init_Comm(0));
     comm->logFile.Open(t.dir.str("log_file.txt"));
     comm->dataFile.Open(t.dir.str("rx_data.txt"));

@@ -50,7 +50,7 @@ class UnitTransfers : public ::testing::Test {
     sim->SetMemory(&memory);
     transfers = std::make_unique<sim::UnitTransfers>(*sim, memory);
     t->SetPump([this] { sim->Poll(); });
-    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<test::LineRef>(tool_.get()); });
+    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<BorrowedLine>(*tool_); });
     comm->Init_Comm(0);
     comm->dataFile.Open(t.dir.str("data.txt"));
     comm->logFile.Open(t.dir.str("log.txt"));

@@ -1,10 +1,11 @@
 #pragma once
-// The unit's end of an in-memory line for protocol tests, and a borrowed line that
-// lets a test keep the tool's end while the protocol opens and closes it.
+// The unit's end of an in-memory line for protocol tests, and a session whose ModComm
+// talks to it.
 #include <deque>
 #include <memory>
 #include <string>
 
+#include "protocol/BorrowedLine.h"
 #include "protocol/ModComm.h"
 #include "protocol/SerialLine.h"
 #include "support/TestSupport.h"
@@ -30,22 +31,6 @@ struct Peer {
   }
 };
 
-// The test keeps the tool's end of the line; the protocol borrows it, so the line
-// outlives a closed port.
-struct LineRef : SerialLine {
-  MemoryLine* l;
-  explicit LineRef(MemoryLine* m) : l(m) {}
-  void Open(const LineSettings& s, Handshake h) override { l->Open(s, h); }
-  void Close() override { l->Close(); }
-  bool IsOpen() const override { return l->IsOpen(); }
-  void Write(std::string_view b) override { l->Write(b); }
-  int InputWaiting() override { return l->InputWaiting(); }
-  std::optional<char> ReadByte() override { return l->ReadByte(); }
-  bool WaitForInput(std::chrono::milliseconds d) override { return l->WaitForInput(d); }
-  void DiscardInput() override { l->DiscardInput(); }
-  void DiscardOutput() override { l->DiscardOutput(); }
-  void SetDTR(bool on) override { l->SetDTR(on); }
-};
 
 // A session whose ModComm talks over an in-memory line to a scripted peer, with the
 // transfer's data file (tx_data.txt) and log file open.
@@ -59,7 +44,7 @@ class LinkedComm {
     peer.line = unitLine.get();
     t->SetPump([this] { peer.Poll(); });
     tool_ = std::move(tool);
-    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<LineRef>(tool_.get()); });
+    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<BorrowedLine>(*tool_); });
     comm->Init_Comm(0);
     comm->dataFile.Open(t.dir.str("tx_data.txt"));
     comm->logFile.Open(t.dir.str("log_file.txt"));

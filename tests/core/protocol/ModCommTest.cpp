@@ -9,7 +9,6 @@
 namespace r6183 {
 namespace {
 
-using test::LineRef;
 using test::Peer;
 const std::string kAckS(1, kAck), kNakS(1, kNak);
 
