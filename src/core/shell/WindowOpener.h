@@ -14,6 +14,10 @@ class WindowOpener {
   virtual void Show(const std::string& name) { (void)name; }
   // The hourglass pointer over the main window while a command runs.
   virtual void SetHourglass(bool on) { (void)on; }
+  // The main window takes no input while a transfer runs.
+  virtual void EnableMain(bool on) { (void)on; }
+  // The notice with a "View Log" button: `text`, and the log file it offers to show.
+  virtual void ShowLogNotice(const std::string& text, const std::string& logFile) { (void)text, (void)logFile; }
 };
 
 }  // namespace r6183
