@@ -15,6 +15,8 @@
 #include "protocol/ModComm.h"
 #include "protocol/PortMap.h"
 #include "protocol/PosixSerialLine.h"
+#include "protocol/ProgressWindow.h"
+#include "protocol/ReceiveTransfer.h"
 #include "protocol/Revisions.h"
 #include "database/ToneDefaults.h"
 #include "protocol/PortMap.h"
@@ -180,6 +182,60 @@ int Revs(Session& session, const std::string& port) {
   comm.Exit_Comm();
   for (const std::string& line : lines.Shown()) std::cout << line << '\n';
   return lines.RevLineStatus.empty() ? 0 : 1;
+}
+
+}  // namespace r6183::ctl
+
+namespace r6183::ctl {
+
+namespace {
+// The progress window of the command line: one line per change.
+struct PrintedProgress : ProgressWindow {
+  void WhatToDisplay(const std::string& first, const std::string& second, int percent) override {
+    std::string line = first + (second.empty() ? "" : " " + second) + PercentText(percent);
+    if (line != last_) std::cout << line << '\n' << std::flush;
+    last_ = line;
+  }
+  std::string last_;
+};
+
+// The line of a port number 1 to 16 or a device path; empty with a message when none.
+std::string DeviceOf(Session& session, const std::string& port) {
+  try {
+    return DeviceForPort(MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()), port);
+  } catch (const std::exception& e) {
+    std::cerr << "r6183ctl: port " << port << ": " << e.what() << '\n';
+    return {};
+  }
+}
+}  // namespace
+
+int Receive(Session& session, const std::string& out, const std::string& port, bool force) {
+  if (fs::exists(out) && !force) {
+    std::cerr << "r6183ctl: " << out << " exists (use --force to replace it)\n";
+    return 1;
+  }
+  const std::string device = DeviceOf(session, port);
+  if (device.empty()) return 2;
+  PrivateDir dir;
+  session.state.WorkDbPath = dir / "~TEMP";  // a running desktop program keeps its own
+  ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
+  PrintedProgress progress;
+  mnuRx_Click(session, comm, progress);
+  comm.Exit_Comm();
+  if (session.state.CurrentFileName != "Untitled") return 1;
+
+  const fs::path target = fs::absolute(out);
+  const fs::path part = target.parent_path() / ("." + target.filename().string() + ".part");
+  std::error_code ec;
+  fs::copy_file(session.state.WorkDbPath, part, fs::copy_options::overwrite_existing, ec);
+  if (!ec) fs::rename(part, target, ec);
+  if (ec) {
+    fs::remove(part);
+    std::cerr << "r6183ctl: cannot write " << out << ": " << ec.message() << '\n';
+    return 1;
+  }
+  return 0;
 }
 
 }  // namespace r6183::ctl

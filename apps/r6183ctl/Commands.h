@@ -23,5 +23,8 @@ int Ports(Session& session);
 // Asks the unit on PORT (1 to 16, or a device path) for its revisions and prints the
 // lines the About window lists; 0 when the unit answered.
 int Revs(Session& session, const std::string& port);
+// Runs the Receive command on PORT and saves the received document as OUT; 0 on
+// "Receive Data completed successfully.".
+int Receive(Session& session, const std::string& out, const std::string& port, bool force);
 
 }  // namespace r6183::ctl

@@ -9,6 +9,7 @@
 #include "protocol/ModComm.h"
 #include "shell/AppDir.h"
 #include "shell/ErrorsMaintenance.h"
+#include "shell/ProductIdentity.h"
 #include "shell/Session.h"
 
 int main(int argc, char** argv) {
@@ -40,6 +41,10 @@ int main(int argc, char** argv) {
   std::string port;
   auto* revs = app.add_subcommand("revs", "ask the unit for the revisions of its processors and option cards");
   revs->add_option("--port", port, "port number 1 to 16, or a device path")->required();
+  auto* receive = app.add_subcommand("receive", "receive the unit's programming on PORT and save it as OUT");
+  receive->add_option("OUT", file)->required();
+  receive->add_option("--port", port, "port number 1 to 16, or a device path")->required();
+  receive->add_flag("--force", force, "replace OUT when it exists");
 
   CLI11_PARSE(app, argc, argv);
 
@@ -63,6 +68,7 @@ int main(int argc, char** argv) {
     SystemClock clock;
     Session session(dir, prompter, clock);
     RestoreErrorsDatabase(session);
+    AA_Sys_WhoAmi(session);
 
     if (*check) return ctl::Check(session, file);
     if (*dump) return ctl::Dump(session, file);
@@ -70,6 +76,7 @@ int main(int argc, char** argv) {
     if (*convert) return ctl::Convert(session, file);
     if (*ports) return ctl::Ports(session);
     if (*revs) return ctl::Revs(session, port);
+    if (*receive) return ctl::Receive(session, file, port, force);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;
