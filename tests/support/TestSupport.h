@@ -32,9 +32,10 @@ class TempDir {
   fs::path path_;
 };
 
-// The application directory that the build staged (DEFAULT, errors, lists, reports).
+// The pristine shipped files of the build (DEFAULT, errors, lists, reports, icon), not
+// the application directory that programs run from the build tree change.
 fs::path StagedAppDir();
-// Copies the staged application directory's files into `target`.
+// Copies the shipped files into `target`, an application directory for a test.
 void CopyStagedAppDir(const fs::path& target);
 
 void WriteFile(const fs::path& p, const std::string& bytes);
