@@ -1,70 +1,15 @@
 // The Receive transfer against the simulated unit, in-process on a manual clock.
 #include <gtest/gtest.h>
 
-#include <SQLiteCpp/SQLiteCpp.h>
-
-#include <sstream>
-
-#include "database/DocumentDump.h"
-#include "protocol/BorrowedLine.h"
-#include "protocol/ModComm.h"
-#include "protocol/ProgressWindow.h"
+#include "LinkedUnit.h"
 #include "protocol/ReceiveTransfer.h"
-#include "shell/MainMenu.h"
-#include "sim/SimulatedUnit.h"
-#include "sim/UnitMemory.h"
-#include "sim/UnitTransfers.h"
-#include "support/TestSupport.h"
 
 namespace r6183 {
 namespace {
 
-struct RecordingProgress : ProgressWindow {
-  std::vector<std::string> lines;
-  void WhatToDisplay(const std::string& a, const std::string& b, int p) override {
-    lines.push_back(a + "|" + b + "|" + std::to_string(p));
-  }
-};
+using test::Dump;
 
-std::string Dump(const std::string& path) {
-  Database db = Database::Open(path, {.readOnly = true});
-  std::ostringstream out;
-  DumpDocument(db, out);
-  return out.str();
-}
-
-class ReceiveTransfer : public ::testing::Test {
- protected:
-  explicit ReceiveTransfer(sim::UnitOptions options = {}) {
-    auto [tool, unit] = MemoryLine::Pair(t.clock);
-    tool_ = std::move(tool);
-    unitLine = std::move(unit);
-    unitLine->Open({}, Handshake::None);
-    document = t.dir.str("unit.mdb");
-    std::filesystem::copy_file(test::StagedAppDir() / "DEFAULT", document);
-    SQLite::Database(document, SQLite::OPEN_READWRITE)
-        .exec("UPDATE Config SET System_Config = 2; UPDATE Clid SET archnum = '1234', clid_string = "
-              "'Reception Desk ' WHERE clid_station = 30; UPDATE Clid SET archnum = '9999', clid_string = "
-              "'Lost Station   ' WHERE clid_station = 90; INSERT INTO Event (Schedule, StartTime, Duration, Tone, "
-              "PageGroup12) VALUES (2, '08:15', 20, 3, 1)");
-    memory.Load(document);
-    unitSim = std::make_unique<sim::SimulatedUnit>(*unitLine, t.clock, options);
-    transfers = std::make_unique<sim::UnitTransfers>(*unitSim, memory);
-    t->SetPump([this] { unitSim->Poll(); });
-    t->product.ProductTitle = "Title";
-    Initialize(*t);
-    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<BorrowedLine>(*tool_); });
-  }
-
-  test::TestSession t;
-  std::unique_ptr<MemoryLine> tool_, unitLine;
-  std::string document;
-  sim::UnitMemory memory;
-  std::unique_ptr<sim::SimulatedUnit> unitSim;
-  std::unique_ptr<sim::UnitTransfers> transfers;
-  std::unique_ptr<ModComm> comm;
-  RecordingProgress progress;
-};
+class ReceiveTransfer : public ::testing::Test, public test::LinkedUnit {};
 
 TEST_F(ReceiveTransfer, TheUnitsProgrammingBecomesAnUntitledDocument) {
   mnuRx_Click(*t, *comm, progress);
