@@ -5,6 +5,7 @@
 #include <iostream>
 #include <sstream>
 
+#include "ConsolePrompter.h"
 #include "PrivateDir.h"
 #include "database/Database.h"
 #include "database/DocumentChecks.h"
@@ -18,6 +19,7 @@
 #include "protocol/ProgressWindow.h"
 #include "protocol/ReceiveTransfer.h"
 #include "protocol/Revisions.h"
+#include "protocol/SendTransfer.h"
 #include "database/ToneDefaults.h"
 #include "protocol/PortMap.h"
 #include "shell/Conversions.h"
@@ -236,6 +238,28 @@ int Receive(Session& session, const std::string& out, const std::string& port, b
     return 1;
   }
   return 0;
+}
+
+}  // namespace r6183::ctl
+
+namespace r6183::ctl {
+
+int Send(Session& session, const std::string& file, const std::string& port) {
+  const std::string device = DeviceOf(session, port);
+  if (device.empty()) return 2;
+  PrivateDir dir;
+  session.state.WorkDbPath = dir / "~TEMP";  // a running desktop program keeps its own
+  OpenDatabase(session, file);
+  if (session.state.CurrentFileName != file) {
+    std::cerr << "r6183ctl: " << file << " was not opened\n";
+    return 1;
+  }
+  ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
+  PrintedProgress progress;
+  mnuSend_Click(session, comm, progress);
+  comm.Exit_Comm();
+  const auto* console = dynamic_cast<const ConsolePrompter*>(&session.prompter());
+  return console && console->Last() == "Send data completed successfully." ? 0 : 1;
 }
 
 }  // namespace r6183::ctl

@@ -26,5 +26,8 @@ int Revs(Session& session, const std::string& port);
 // Runs the Receive command on PORT and saves the received document as OUT; 0 on
 // "Receive Data completed successfully.".
 int Receive(Session& session, const std::string& out, const std::string& port, bool force);
+// Opens FILE as a document and runs the Send command on PORT; 0 on "Send data completed
+// successfully.".
+int Send(Session& session, const std::string& file, const std::string& port);
 
 }  // namespace r6183::ctl

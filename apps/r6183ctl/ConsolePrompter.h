@@ -14,6 +14,7 @@ class ConsolePrompter : public Prompter {
 
   Answer Message(const std::string& text, Buttons buttons, Icon, const std::string& title) override {
     std::cerr << (title.empty() ? "" : title + ": ") << text << '\n';
+    last_ = text;
     switch (buttons) {
       case Buttons::Ok:
         return Answer::Ok;
@@ -30,11 +31,14 @@ class ConsolePrompter : public Prompter {
     }
     return Answer::Cancel;
   }
+  // The text of the last message shown.
+  const std::string& Last() const { return last_; }
   std::optional<std::string> OpenFile(const FileChoice&) override { return std::nullopt; }
   std::optional<std::string> SaveFile(const FileChoice&) override { return std::nullopt; }
 
  private:
   bool yes_;
+  std::string last_;
 };
 
 }  // namespace r6183::ctl

@@ -45,6 +45,10 @@ int main(int argc, char** argv) {
   receive->add_option("OUT", file)->required();
   receive->add_option("--port", port, "port number 1 to 16, or a device path")->required();
   receive->add_flag("--force", force, "replace OUT when it exists");
+  auto* send = app.add_subcommand("send", "send the programming document FILE to the unit on PORT");
+  send->add_option("FILE", file)->required();
+  send->add_option("--port", port, "port number 1 to 16, or a device path")->required();
+  send->add_flag("--yes", yes, "answer Yes to the warning about a unit older than 2.00");
 
   CLI11_PARSE(app, argc, argv);
 
@@ -77,6 +81,7 @@ int main(int argc, char** argv) {
     if (*ports) return ctl::Ports(session);
     if (*revs) return ctl::Revs(session, port);
     if (*receive) return ctl::Receive(session, file, port, force);
+    if (*send) return ctl::Send(session, file, port);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;

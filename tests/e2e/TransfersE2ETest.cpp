@@ -47,5 +47,51 @@ TEST(TransfersOverAPty, ReceiveSavesTheUnitsProgrammingAsADocument) {
   EXPECT_EQ(sim.Stop(), 0);
 }
 
+int Ctl(const test::TempDir& dir, const std::string& args, std::string& printed) {
+  const std::string log = dir.str("ctl.txt");
+  const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str() + "' " + args + " >'" + log +
+                          "' 2>&1 </dev/null";
+  const int status = std::system(cmd.c_str());
+  printed = test::ReadFile(log);
+  return WEXITSTATUS(status);
+}
+
+TEST(TransfersOverAPty, SendThenReceiveGivesTheSameDocument) {
+  test::TempDir dir;
+  test::CopyStagedAppDir(dir.path());
+  const std::string site = dir.str("site.mdb");
+  std::filesystem::copy_file(dir.path() / "DEFAULT", site);
+  SQLite::Database(site, SQLite::OPEN_READWRITE)
+      .exec("UPDATE Config SET System_Config = 3; UPDATE ClockDef SET ClockEnabled = 1, ClockA = '02', ClockB = '09';"
+            "UPDATE Clid SET archnum = printf('%04d', 5000 + clid_station), clid_string = printf('Class %-9d', clid_station);"
+            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 39)"
+            " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup13)"
+            " SELECT i % 6 + 1, printf('%02d:%02d', 6 + i % 12, i), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
+            "UPDATE SchedDays SET Monday = (Schedule = 1), Tuesday = (Schedule = 2); UPDATE Bgm SET PageGroup14 = 1;"
+            "UPDATE DipSwitch SET PrivacyTone = 1, RingPattern = 1");
+  test::SimProcess sim(R6183_SIM_PATH, {"--revision", "2.31"});
+  ASSERT_FALSE(sim.device().empty());
+  std::string printed;
+  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 0) << printed;
+  EXPECT_NE(printed.find("Sending Data: CLID 30 %"), std::string::npos) << printed;
+  EXPECT_NE(printed.find("Send data completed successfully."), std::string::npos);
+  const std::string back = dir.str("back.mdb");
+  EXPECT_EQ(Ctl(dir, "receive '" + back + "' --port '" + sim.device() + "'", printed), 0) << printed;
+  EXPECT_EQ(Dump(back), Dump(site));
+}
+
+TEST(TransfersOverAPty, SendToAnOldUnitNeedsYes) {
+  test::TempDir dir;
+  test::CopyStagedAppDir(dir.path());
+  const std::string site = dir.str("site.mdb");
+  std::filesystem::copy_file(dir.path() / "DEFAULT", site);
+  test::SimProcess sim(R6183_SIM_PATH, {"--revision", "1.50"});
+  std::string printed;
+  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 1);
+  EXPECT_NE(printed.find("System may not support all programmed features."), std::string::npos) << printed;
+  EXPECT_FALSE(std::filesystem::exists(dir.path() / "tx_data.txt"));
+  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "' --yes", printed), 0) << printed;
+}
+
 }  // namespace
 }  // namespace r6183
