@@ -1,0 +1,132 @@
+// A whole Send and a whole Receive of the largest programming (3 expansion boards, 96
+// numbered and described stations, 256 events) against r6183-sim paced at 9600 baud on a
+// pseudo-terminal. Prints, for each, the time taken, the time its bytes need on the wire
+// at 9600 baud 8N1, and their ratio, with and without the command's fixed one-second wait.
+// Run: build/bench/bench_transfers
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+
+#include "BenchSession.h"
+#include "database/DocumentCommands.h"
+#include "protocol/ModComm.h"
+#include "protocol/PosixSerialLine.h"
+#include "protocol/ProgressWindow.h"
+#include "protocol/ReceiveTransfer.h"
+#include "protocol/SendTransfer.h"
+#include "shell/MainMenu.h"
+
+extern char** environ;
+namespace fs = std::filesystem;
+using namespace r6183;
+
+namespace {
+// The port, counting the bytes both ways.
+class CountingLine final : public SerialLine {
+ public:
+  explicit CountingLine(std::string device) : line_(std::move(device)) {}
+  void Open(const LineSettings& s, Handshake h) override { line_.Open(s, h); }
+  void Close() override { line_.Close(); }
+  bool IsOpen() const override { return line_.IsOpen(); }
+  void Write(std::string_view b) override {
+    written += b.size();
+    line_.Write(b);
+  }
+  int InputWaiting() override { return line_.InputWaiting(); }
+  std::optional<char> ReadByte() override {
+    auto c = line_.ReadByte();
+    if (c) ++read;
+    return c;
+  }
+  bool WaitForInput(std::chrono::milliseconds t) override { return line_.WaitForInput(t); }
+  void DiscardInput() override { line_.DiscardInput(); }
+  void DiscardOutput() override { line_.DiscardOutput(); }
+  void SetDTR(bool on) override { line_.SetDTR(on); }
+  std::size_t written = 0, read = 0;
+
+ private:
+  PosixSerialLine line_;
+};
+
+// r6183-sim --pace, its device path from its first line.
+struct Sim {
+  explicit Sim(const fs::path& dir) {
+    const std::string link = (dir / "unit").string();
+    const char* argv[] = {R6183_SIM_PATH, "--pace", "--revision", "2.31", "--link", link.c_str(), nullptr};
+    posix_spawn_file_actions_t fa;
+    posix_spawn_file_actions_init(&fa);
+    posix_spawn_file_actions_addopen(&fa, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&fa, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn(&pid, R6183_SIM_PATH, &fa, nullptr, const_cast<char**>(argv), environ);
+    posix_spawn_file_actions_destroy(&fa);
+    for (int i = 0; i < 500 && !fs::is_symlink(link); ++i) ::usleep(10000);
+    device = link;
+  }
+  ~Sim() {
+    ::kill(pid, SIGTERM);
+    ::waitpid(pid, nullptr, 0);
+  }
+  pid_t pid = -1;
+  std::string device;
+};
+
+void Report(const char* what, double seconds, std::size_t bytes) {
+  const double wire = static_cast<double>(bytes) * 10.0 / 9600.0;
+  std::printf("%-8s %6zu bytes  taken %6.2f s  wire %6.2f s  ratio %5.2f  | without the 1 s wait: %6.2f s  ratio %5.2f\n",
+              what, bytes, seconds, wire, seconds / wire, seconds - 1.0, (seconds - 1.0) / wire);
+}
+}  // namespace
+
+int main() {
+  bench::BenchSession b;
+  Session& s = *b;
+  s.product.ProductTitle = "Bench";
+  s.product.ProductModel = "R-6183";
+  Initialize(s);
+  const std::string site = (b.dir / "LARGEST.MDB").string();
+  fs::copy_file(b.dir / "DEFAULT", site);
+  SQLite::Database(site, SQLite::OPEN_READWRITE)
+      .exec("BEGIN; UPDATE Config SET System_Config = 3;"
+            "UPDATE Clid SET archnum = printf('%04d', 1000 + clid_station), clid_string = printf('Station %-7d', clid_station);"
+            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
+            " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
+            " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
+            "COMMIT");
+  Sim sim(b.dir);
+  ProgressWindow quiet;
+  CountingLine* line = nullptr;
+  ModComm comm(s, [&](int16_t) {
+    auto l = std::make_unique<CountingLine>(sim.device);
+    line = l.get();
+    return l;
+  });
+  using clock = std::chrono::steady_clock;
+
+  OpenDatabase(s, site);
+  auto t0 = clock::now();
+  mnuSend_Click(s, comm, quiet);
+  const double send = std::chrono::duration<double>(clock::now() - t0).count();
+  const std::size_t sendBytes = line ? line->written + line->read : 0;
+  std::printf("Send:    %s\n", b.prompter.Shown().back().text.c_str());
+
+  b.prompter.QueueAnswer(Answer::No);
+  mnuFileClose_Click(s);
+  comm.Exit_Comm();
+  t0 = clock::now();
+  mnuRx_Click(s, comm, quiet);
+  const double receive = std::chrono::duration<double>(clock::now() - t0).count();
+  const std::size_t receiveBytes = line ? line->written + line->read : 0;
+  std::printf("Receive: %s\n", b.prompter.Shown().back().text.c_str());
+
+  Report("Send", send, sendBytes);
+  Report("Receive", receive, receiveBytes);
+  return 0;
+}
