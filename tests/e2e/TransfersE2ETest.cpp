@@ -56,28 +56,57 @@ int Ctl(const test::TempDir& dir, const std::string& args, std::string& printed)
   return WEXITSTATUS(status);
 }
 
-TEST(TransfersOverAPty, SendThenReceiveGivesTheSameDocument) {
-  test::TempDir dir;
-  test::CopyStagedAppDir(dir.path());
-  const std::string site = dir.str("site.mdb");
-  std::filesystem::copy_file(dir.path() / "DEFAULT", site);
-  SQLite::Database(site, SQLite::OPEN_READWRITE)
-      .exec("UPDATE Config SET System_Config = 3; UPDATE ClockDef SET ClockEnabled = 1, ClockA = '02', ClockB = '09';"
-            "UPDATE Clid SET archnum = printf('%04d', 5000 + clid_station), clid_string = printf('Class %-9d', clid_station);"
-            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 39)"
-            " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup13)"
-            " SELECT i % 6 + 1, printf('%02d:%02d', 6 + i % 12, i), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
-            "UPDATE SchedDays SET Monday = (Schedule = 1), Tuesday = (Schedule = 2); UPDATE Bgm SET PageGroup14 = 1;"
-            "UPDATE DipSwitch SET PrivacyTone = 1, RingPattern = 1");
-  test::SimProcess sim(R6183_SIM_PATH, {"--revision", "2.31"});
-  ASSERT_FALSE(sim.device().empty());
-  std::string printed;
-  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 0) << printed;
-  EXPECT_NE(printed.find("Sending Data: CLID 30 %"), std::string::npos) << printed;
-  EXPECT_NE(printed.find("Send data completed successfully."), std::string::npos);
-  const std::string back = dir.str("back.mdb");
-  EXPECT_EQ(Ctl(dir, "receive '" + back + "' --port '" + sim.device() + "'", printed), 0) << printed;
-  EXPECT_EQ(Dump(back), Dump(site));
+std::string AbsentGroupsCleared(int boards) {
+  std::string sql;
+  for (const char* table : {"PageGroup", "Event", "Bgm", "EmergencyPG", "TonesPG"})
+    for (int g = (boards + 1) * 4 + 1; g <= 16; ++g)
+      sql += std::string("UPDATE ") + table + " SET PageGroup" + std::to_string(g) + " = 0;";
+  return sql;
+}
+
+// The largest programming for each board count goes to the unit and comes back; the only
+// differences are the ones the messages themselves make, each named below.
+TEST(TransfersOverAPty, SendThenReceiveGivesTheSameDocumentForEveryBoardCount) {
+  for (int boards = 0; boards <= 3; ++boards) {
+    SCOPED_TRACE(boards);
+    test::TempDir dir;
+    test::CopyStagedAppDir(dir.path());
+    const std::string site = dir.str("site.mdb"), expected = dir.str("expected.mdb");
+    std::filesystem::copy_file(dir.path() / "DEFAULT", site);
+    SQLite::Database(site, SQLite::OPEN_READWRITE)
+        .exec("UPDATE Config SET System_Config = " + std::to_string(boards) + ";"
+              "UPDATE ClockDef SET ClockEnabled = 1, ClockA = '7', ClockB = '10', Direction = '1', BCD_Type = '3';"
+              "UPDATE Clid SET archnum = CAST(200 + clid_station AS TEXT), clid_string = 'Room ' || clid_station;"
+              "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
+              " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup4)"
+              " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, (i * 7) % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
+              "UPDATE PageGroup SET PageGroup2 = 1, PageGroup3 = DialCode % 2;"
+              "UPDATE SchedDays SET Monday = (Schedule = 1), Tuesday = (Schedule = 2), Sunday = (Schedule = 6);"
+              "UPDATE Bgm SET PageGroup1 = 1, PageGroup3 = 1, PageGroup16 = 1; UPDATE TonesPG SET PageGroup2 = 0;"
+              "UPDATE Event SET PageGroup13 = 1 WHERE Schedule = 3; UPDATE PageGroup SET PageGroup9 = 1;"
+              "UPDATE DipSwitch SET LowStn22 = 1, PrivacyTone = 1, RingPattern = 2, ExtToneSource = 1;"
+              "UPDATE ClassService SET Service = \"Group\" % 3");
+    std::filesystem::copy_file(site, expected);
+    const std::string first = std::to_string((boards + 1) * 24 + 1), group = std::to_string((boards + 1) * 4 + 1);
+    SQLite::Database(expected, SQLite::OPEN_READWRITE)
+        .exec(// numbers and descriptions come back padded with blanks to 4 and 15 characters
+              "UPDATE Clid SET archnum = printf('%-4s', archnum), clid_string = printf('%-15s', clid_string);"
+              // a one-character clock type comes back with a leading 0
+              "UPDATE ClockDef SET ClockA = '07';"
+              // stations of absent boards are not sent: they come back blank
+              "UPDATE Clid SET archnum = '', clid_string = '' WHERE clid_station >= " + first + ";"
+              // service groups of absent boards come back with class 1
+              "UPDATE ClassService SET Service = 1 WHERE \"Group\" >= " + group + ";" +
+              // page groups of absent boards come back cleared (and tones never had them)
+              AbsentGroupsCleared(boards));
+    test::SimProcess sim(R6183_SIM_PATH, {"--revision", "2.31"});
+    ASSERT_FALSE(sim.device().empty());
+    std::string printed;
+    ASSERT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 0) << printed;
+    const std::string back = dir.str("back.mdb");
+    ASSERT_EQ(Ctl(dir, "receive '" + back + "' --port '" + sim.device() + "'", printed), 0) << printed;
+    EXPECT_EQ(Dump(back), Dump(expected));
+  }
 }
 
 TEST(TransfersOverAPty, SendToAnOldUnitNeedsYes) {
