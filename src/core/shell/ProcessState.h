@@ -30,6 +30,8 @@ struct ProcessState {
   int16_t SaveCancelled = 0;
   int16_t AcceptAllChanges = 0;
   int16_t DateTimeActive = 0;
+  int16_t DaylightSupported = 0;
+  int16_t DaylightEnabled = 0;
   // a required file went missing: the program must end
   int16_t EndProcess = 0;
 
