@@ -13,6 +13,7 @@
 #include "database/DocumentDump.h"
 #include "database/Recordset.h"
 #include "database/TableSource.h"
+#include "protocol/DateTime.h"
 #include "protocol/ModComm.h"
 #include "protocol/PortMap.h"
 #include "protocol/PosixSerialLine.h"
@@ -260,6 +261,48 @@ int Send(Session& session, const std::string& file, const std::string& port) {
   comm.Exit_Comm();
   const auto* console = dynamic_cast<const ConsolePrompter*>(&session.prompter());
   return console && console->Last() == "Send data completed successfully." ? 0 : 1;
+}
+
+}  // namespace r6183::ctl
+
+namespace r6183::ctl {
+
+int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst) {
+  DateTimeBoxes wanted;
+  if (!set.empty() && set != "now") {
+    if (!ValidMdyyDateTime(set) || set.size() != 17) {
+      std::cerr << "r6183ctl: --set wants \"mm/dd/yy hh:mm:ss\", got \"" << set << "\"\n";
+      return 2;
+    }
+    wanted = {set.substr(0, 2), set.substr(3, 2), set.substr(6, 2), set.substr(9, 2), set.substr(12, 2),
+              set.substr(15, 2)};
+  }
+  const std::string device = DeviceOf(session, port);
+  if (device.empty()) return 2;
+  ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
+  ProgressWindow quiet;
+  int code = 1;
+  mnuDate_Click(session, comm, quiet, [&] {
+    const DateTimeBoxes b = BoxesOf(comm.msg_str);
+    const auto& st = session.state;
+    std::cout << "Date=" << b.month << '/' << b.day << '/' << b.year << '\n'
+              << "Time=" << b.hour << ':' << b.minute << ':' << b.second << '\n'
+              << "Daylight=" << (!st.DaylightSupported ? "not supported" : st.DaylightEnabled ? "on" : "off") << '\n';
+    code = 0;
+    if (set.empty() && dst.empty()) return;
+    // "Update": the daylight switch where the unit has one, then the date and time
+    DateTimeBoxes boxes = set.empty() ? b : wanted;
+    if (set == "now") {
+      const LocalDateTime n = session.clock().Now();
+      auto two = [](int v) { return (v < 10 ? "0" : "") + std::to_string(v); };
+      boxes = {two(n.month), two(n.day), two(n.year % 100), two(n.hour), two(n.minute), two(n.second)};
+    }
+    if (st.DaylightSupported) SendDayLight(session, comm, dst.empty() ? st.DaylightEnabled != 0 : dst == "on");
+    else if (!dst.empty()) std::cerr << "r6183ctl: the unit has no daylight-saving function\n";
+    code = SendDateTime(session, comm, boxes) ? 0 : 1;
+  });
+  comm.Exit_Comm();
+  return code;
 }
 
 }  // namespace r6183::ctl

@@ -29,5 +29,8 @@ int Receive(Session& session, const std::string& out, const std::string& port, b
 // Opens FILE as a document and runs the Send command on PORT; 0 on "Send data completed
 // successfully.".
 int Send(Session& session, const std::string& file, const std::string& port);
+// Reads the unit's date, time and daylight switch and prints them; with `set` ("mm/dd/yy
+// hh:mm:ss" or "now") and/or `dst` ("on"/"off") sends them as "Update" does.
+int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst);
 
 }  // namespace r6183::ctl

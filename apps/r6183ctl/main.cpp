@@ -50,6 +50,14 @@ int main(int argc, char** argv) {
   send->add_option("--port", port, "port number 1 to 16, or a device path")->required();
   send->add_flag("--yes", yes, "answer Yes to the warning about a unit older than 2.00");
 
+  std::string setTime, dst;
+  bool setNow = false;
+  auto* datetime = app.add_subcommand("datetime", "read, and with --set or --dst set, the unit's date, time and daylight switch");
+  datetime->add_option("--port", port, "port number 1 to 16, or a device path")->required();
+  auto* setOpt = datetime->add_option("--set", setTime, "send this date and time: \"mm/dd/yy hh:mm:ss\"");
+  datetime->add_flag("--set-now", setNow, "send the PC's date and time")->excludes(setOpt);
+  datetime->add_option("--dst", dst, "switch the daylight-saving adjustment on or off")->check(CLI::IsMember({"on", "off"}));
+
   CLI11_PARSE(app, argc, argv);
 
   if (*frame) {
@@ -82,6 +90,7 @@ int main(int argc, char** argv) {
     if (*revs) return ctl::Revs(session, port);
     if (*receive) return ctl::Receive(session, file, port, force);
     if (*send) return ctl::Send(session, file, port);
+    if (*datetime) return ctl::DateTime(session, port, setNow ? "now" : setTime, dst);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;

@@ -52,6 +52,14 @@ TEST_F(DateTime, AUnitWithoutDaylightGetsNoUOnUpdate) {
   EXPECT_TRUE(SendDateTime(*t, *comm, *boxes));
   for (const auto& m : unitSim->Received()) EXPECT_NE(m[0], 'U') << m;
   EXPECT_EQ(unitSim->UnitTime().day, 7);
+  EXPECT_TRUE(SendDateTime(*t, *comm, {"02", "29", "24", "13", "45", "00"}));
+  const LocalDateTime set = unitSim->UnitTime();
+  EXPECT_EQ((std::vector<int>{set.year, set.month, set.day, set.hour, set.minute}),
+            (std::vector<int>{2024, 2, 29, 13, 45}));
+  // and the next Date/Time reads it back
+  const auto again = Run();
+  ASSERT_TRUE(again);
+  EXPECT_EQ(again->month + "/" + again->day + "/" + again->year, "02/29/24");
 }
 
 TEST_F(DateTime, DaylightIsReadFromTheUnit) {
