@@ -44,6 +44,20 @@ std::string PrivateCopy(const std::string& file, const PrivateDir& dir) {
   return copy;
 }
 
+// Copies `source` to `file` through a temporary name beside it and a rename, so that no
+// half-written file is ever left; says why on failure.
+bool WriteWhole(const std::string& source, const std::string& file) {
+  const fs::path target = fs::absolute(file);
+  const fs::path part = target.parent_path() / ("." + target.filename().string() + ".part");
+  std::error_code ec;
+  fs::copy_file(source, part, fs::copy_options::overwrite_existing, ec);
+  if (!ec) fs::rename(part, target, ec);
+  if (!ec) return true;
+  std::cerr << "r6183ctl: cannot write " << file << ": " << ec.message() << '\n';
+  fs::remove(part, ec);
+  return false;
+}
+
 std::string RevOf(const std::string& path) {
   try {
     Database db = Database::Open(path, {.readOnly = true});
@@ -111,17 +125,7 @@ int New(Session& session, const std::string& file, bool force) {
     std::cerr << "r6183ctl: The default database does not exist.\n";
     return 1;
   }
-  // written beside the target and renamed, so that no half-written file is left
-  const fs::path target = fs::absolute(file);
-  const fs::path part = target.parent_path() / ("." + target.filename().string() + ".part");
-  std::error_code ec;
-  fs::copy_file(session.state.WorkDbPath, part, fs::copy_options::overwrite_existing, ec);
-  if (!ec) fs::rename(part, target, ec);
-  if (ec) {
-    fs::remove(part);
-    std::cerr << "r6183ctl: cannot write " << file << ": " << ec.message() << '\n';
-    return 1;
-  }
+  if (!WriteWhole(session.state.WorkDbPath, file)) return 1;
   std::cout << "created " << file << '\n';
   return 0;
 }
@@ -228,17 +232,7 @@ int Receive(Session& session, const std::string& out, const std::string& port, b
   comm.Exit_Comm();
   if (session.state.CurrentFileName != "Untitled") return 1;
 
-  const fs::path target = fs::absolute(out);
-  const fs::path part = target.parent_path() / ("." + target.filename().string() + ".part");
-  std::error_code ec;
-  fs::copy_file(session.state.WorkDbPath, part, fs::copy_options::overwrite_existing, ec);
-  if (!ec) fs::rename(part, target, ec);
-  if (ec) {
-    fs::remove(part);
-    std::cerr << "r6183ctl: cannot write " << out << ": " << ec.message() << '\n';
-    return 1;
-  }
-  return 0;
+  return WriteWhole(session.state.WorkDbPath, out) ? 0 : 1;
 }
 
 }  // namespace r6183::ctl

@@ -21,10 +21,6 @@ namespace {
 constexpr const char* kReceiving = "Receiving data...";
 constexpr const char* kPreparing = "Preparing to receive data...";
 
-bool Dialing(const Session& s) {
-  const int n = s.forms.Count();
-  return (n == 2 || n == 3) && s.forms.At(n - 1).Caption() == "Dialing Modem";
-}
 }  // namespace
 
 std::string TransferFileHeader(Session& s) {
@@ -130,7 +126,7 @@ bool Receive_Data(Session& s, ModComm& comm, ProgressWindow& w, const std::strin
 }
 
 void mnuRx_Click(Session& s, ModComm& comm, ProgressWindow& w) {
-  if (Dialing(s)) return;
+  if (DialingModem(s)) return;
   w.Show();
   w.WhatToDisplay(kPreparing, "", 1);
   DisableAllRootMenus(s);

@@ -1,13 +1,13 @@
 #include "protocol/Revisions.h"
 
 #include "protocol/ModComm.h"
+#include "shell/MainMenu.h"
 #include "shell/Session.h"
 #include "shell/Text.h"
 
 namespace r6183 {
 
 namespace {
-constexpr const char* kDialing = "Dialing Modem";
 
 std::string Line(const char* label, const std::string& value) { return std::string(label) + "\t" + value; }
 
@@ -18,10 +18,6 @@ std::string RevisionField(const std::string& digits) {
   return "Rev " + major + "." + digits.substr(2, 2);
 }
 
-bool Dialing(const Session& s) {
-  const int n = s.forms.Count();
-  return (n == 3 || n == 2) && s.forms.At(n - 1).Caption() == kDialing;
-}
 }  // namespace
 
 std::vector<std::string> RevisionLines::Shown() const {
@@ -33,7 +29,7 @@ std::vector<std::string> RevisionLines::Shown() const {
 }
 
 void GetRevs(Session& s, ModComm& comm, RevisionLines& lines) {
-  if (Dialing(s)) return;
+  if (DialingModem(s)) return;
   enum class Outcome { Good, Pre, Unknown } outcome = Outcome::Unknown;
   step(s.journal(), Where{"ModComm", "GetRevs"}, [&] {
     std::string v = s.state.ProgramDbRevision;

@@ -18,10 +18,6 @@ namespace r6183 {
 namespace {
 constexpr const char* kSending = "Sending Data:";
 
-bool Dialing(const Session& s) {
-  const int n = s.forms.Count();
-  return (n == 2 || n == 3) && s.forms.At(n - 1).Caption() == "Dialing Modem";
-}
 
 std::string Failed(const Session& s) { return "Error sending data to " + s.product.ProductModel + "."; }
 }  // namespace
@@ -103,7 +99,7 @@ bool Send_Data(Session& s, ModComm& comm, ProgressWindow& w) {
 }
 
 void mnuSend_Click(Session& s, ModComm& comm, ProgressWindow& w) {
-  if (Dialing(s)) return;
+  if (DialingModem(s)) return;
   DisableAllRootMenus(s);
   SaveOpenForms(s, "Send Data");
   if (s.state.SaveCancelled) {

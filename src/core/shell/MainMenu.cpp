@@ -208,4 +208,9 @@ void mnuWindowCloseAll_Click(Session& s) {
   });
 }
 
+bool DialingModem(const Session& s) {
+  const int n = s.forms.Count();
+  return (n == 2 || n == 3) && s.forms.At(n - 1).Caption() == "Dialing Modem";
+}
+
 }  // namespace r6183

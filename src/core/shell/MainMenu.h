@@ -23,6 +23,9 @@ bool FileCloseBlocked(const Session& s);
 // Help contents: three loaded and index 2 captioned with the title or named
 // "frmMsgWait", or two loaded and index 1 named "frmMsgWait" or captioned "Dialing Modem".
 bool HelpBlocked(const Session& s);
+// The transfers and the handshake: with two or three windows loaded, the last one is
+// captioned "Dialing Modem".
+bool DialingModem(const Session& s);
 // Close All: two loaded and index 1 captioned "Dialing Modem".
 bool CloseAllBlocked(const Session& s);
 // The progress window when it must be kept in view (three loaded and index 2 named
