@@ -178,8 +178,7 @@ int Revs(Session& session, const std::string& port) {
   ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
   try {
     comm.logFile.Open(session.appDir().PathOf("log_file.txt"));
-    const LocalDateTime now = session.clock().Now();
-    comm.logFile.PrintLine("Date - Time - " + FormatJournalDate(now) + " " + FormatJournalTime(now));
+    comm.logFile.PrintLine(TransferFileHeader(session));
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
   }
