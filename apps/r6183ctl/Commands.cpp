@@ -58,6 +58,16 @@ bool WriteWhole(const std::string& source, const std::string& file) {
   return false;
 }
 
+// The line of a port number 1 to 16 or a device path; empty with a message when none.
+std::string DeviceOf(Session& session, const std::string& port) {
+  try {
+    return DeviceForPort(MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()), port);
+  } catch (const std::exception& e) {
+    std::cerr << "r6183ctl: port " << port << ": " << e.what() << '\n';
+    return {};
+  }
+}
+
 std::string RevOf(const std::string& path) {
   try {
     Database db = Database::Open(path, {.readOnly = true});
@@ -168,17 +178,11 @@ int Ports(Session& session) {
 namespace r6183::ctl {
 
 int Revs(Session& session, const std::string& port) {
-  std::string device;
-  try {
-    device = DeviceForPort(MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()), port);
-  } catch (const std::exception& e) {
-    std::cerr << "r6183ctl: port " << port << ": " << e.what() << '\n';
-    return 2;
-  }
+  const std::string device = DeviceOf(session, port);
+  if (device.empty()) return 2;
   ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
   try {
-    comm.logFile.Open(session.appDir().PathOf("log_file.txt"));
-    comm.logFile.PrintLine(TransferFileHeader(session));
+    comm.logFile.Rewrite(session, "log_file.txt");
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
   }
@@ -205,15 +209,6 @@ struct PrintedProgress : ProgressWindow {
   std::string last_;
 };
 
-// The line of a port number 1 to 16 or a device path; empty with a message when none.
-std::string DeviceOf(Session& session, const std::string& port) {
-  try {
-    return DeviceForPort(MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()), port);
-  } catch (const std::exception& e) {
-    std::cerr << "r6183ctl: port " << port << ": " << e.what() << '\n';
-    return {};
-  }
-}
 }  // namespace
 
 int Receive(Session& session, const std::string& out, const std::string& port, bool force) {
@@ -290,9 +285,8 @@ int DateTime(Session& session, const std::string& port, const std::string& set, 
       auto two = [](int v) { return (v < 10 ? "0" : "") + std::to_string(v); };
       boxes = {two(n.month), two(n.day), two(n.year % 100), two(n.hour), two(n.minute), two(n.second)};
     }
-    if (st.DaylightSupported) SendDayLight(session, comm, dst.empty() ? st.DaylightEnabled != 0 : dst == "on");
-    else if (!dst.empty()) std::cerr << "r6183ctl: the unit has no daylight-saving function\n";
-    code = SendDateTime(session, comm, boxes) ? 0 : 1;
+    if (!st.DaylightSupported && !dst.empty()) std::cerr << "r6183ctl: the unit has no daylight-saving function\n";
+    code = UpdateDateTime(session, comm, boxes, dst.empty() ? st.DaylightEnabled != 0 : dst == "on") ? 0 : 1;
   });
   comm.Exit_Comm();
   return code;

@@ -48,11 +48,10 @@ TEST_F(DateTime, AUnitWithoutDaylightGetsNoUOnUpdate) {
   ASSERT_TRUE(boxes);
   EXPECT_EQ(t->state.DaylightSupported, 0);
   boxes->day = TwoDigitBox("7");
-  if (t->state.DaylightSupported) SendDayLight(*t, *comm, true);
-  EXPECT_TRUE(SendDateTime(*t, *comm, *boxes));
+  EXPECT_TRUE(UpdateDateTime(*t, *comm, *boxes, true));
   for (const auto& m : unitSim->Received()) EXPECT_NE(m[0], 'U') << m;
   EXPECT_EQ(unitSim->UnitTime().day, 7);
-  EXPECT_TRUE(SendDateTime(*t, *comm, {"02", "29", "24", "13", "45", "00"}));
+  EXPECT_TRUE(UpdateDateTime(*t, *comm, {"02", "29", "24", "13", "45", "00"}, false));
   const LocalDateTime set = unitSim->UnitTime();
   EXPECT_EQ((std::vector<int>{set.year, set.month, set.day, set.hour, set.minute}),
             (std::vector<int>{2024, 2, 29, 13, 45}));
@@ -67,6 +66,9 @@ TEST_F(DateTime, DaylightIsReadFromTheUnit) {
   ASSERT_TRUE(Run());
   EXPECT_EQ(t->state.DaylightSupported, 1);
   EXPECT_EQ(t->state.DaylightEnabled, 1);
+  // "Update" with the box cleared switches the unit's adjustment off
+  ASSERT_TRUE(UpdateDateTime(*t, *comm, BoxesOf(comm->msg_str), false));
+  EXPECT_FALSE(unitSim->DaylightOn());
 }
 
 TEST_F(DateTime, NoUnitIsRefusedWithItsText) {

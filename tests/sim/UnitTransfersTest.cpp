@@ -2,16 +2,8 @@
 // in-memory line, the simulated unit on the other.
 #include <gtest/gtest.h>
 
-#include <SQLiteCpp/SQLiteCpp.h>
-
-#include <sstream>
-
-#include "database/DocumentDump.h"
+#include "LinkedUnit.h"
 #include "protocol/Messages.h"
-#include "sim/SimulatedUnit.h"
-#include "sim/UnitMemory.h"
-#include "sim/UnitTransfers.h"
-#include "support/LinePeer.h"
 
 namespace r6183 {
 namespace {
@@ -28,29 +20,16 @@ const char* kProgramming =
     "UPDATE TonesPG SET PageGroup12 = 1; UPDATE EmergencyPG SET PageGroup16 = 1; UPDATE Bgm SET PageGroup2 = 1;"
     "UPDATE DipSwitch SET QueueTone = 1, RingPattern = 2; UPDATE ClassService SET Service = \"Group\" % 3;";
 
-std::string Dump(const std::string& path) {
-  Database db = Database::Open(path, {.readOnly = true});
-  std::ostringstream out;
-  DumpDocument(db, out);
-  return out.str();
-}
+using test::Dump;
 
-class UnitTransfers : public ::testing::Test {
+// The unit starts from the template; `site` is what the tool sends it.
+class UnitTransfers : public ::testing::Test, public test::LinkedUnit {
  protected:
   UnitTransfers() {
-    auto [tool, unit] = MemoryLine::Pair(t.clock);
-    tool_ = std::move(tool);
-    unitLine = std::move(unit);
-    unitLine->Open({}, Handshake::None);
-    document = t.dir.str("site.mdb");
-    std::filesystem::copy_file(test::StagedAppDir() / "DEFAULT", document);
-    SQLite::Database(document, SQLite::OPEN_READWRITE).exec(kProgramming);
     memory.Load(test::StagedAppDir() / "DEFAULT");
-    sim = std::make_unique<sim::SimulatedUnit>(*unitLine, t.clock);
-    sim->SetMemory(&memory);
-    transfers = std::make_unique<sim::UnitTransfers>(*sim, memory);
-    t->SetPump([this] { sim->Poll(); });
-    comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<BorrowedLine>(*tool_); });
+    site = t.dir.str("site.mdb");
+    std::filesystem::copy_file(test::StagedAppDir() / "DEFAULT", site);
+    SQLite::Database(site, SQLite::OPEN_READWRITE).exec(kProgramming);
     comm->Init_Comm(0);
     comm->dataFile.Open(t.dir.str("data.txt"));
     comm->logFile.Open(t.dir.str("log.txt"));
@@ -81,20 +60,14 @@ class UnitTransfers : public ::testing::Test {
     return letters;
   }
 
-  test::TestSession t;
-  std::unique_ptr<MemoryLine> tool_, unitLine;
-  std::string document;
-  sim::UnitMemory memory;
-  std::unique_ptr<sim::SimulatedUnit> sim;
-  std::unique_ptr<sim::UnitTransfers> transfers;
-  std::unique_ptr<ModComm> comm;
+  std::string site;
 };
 
 TEST_F(UnitTransfers, ASentDocumentBecomesTheUnitsMemoryAndComesBackWhole) {
-  SendDocument(document);
+  SendDocument(site);
   EXPECT_TRUE(test::JournalRows(*t).empty());
   EXPECT_FALSE(transfers->Receiving());
-  EXPECT_EQ(Dump(memory.Path().string()), Dump(document));
+  EXPECT_EQ(Dump(memory.Path().string()), Dump(site));
 
   const std::string expected = "XID" + std::string(96, 'C') + "GGGGP" + std::string(7, 'W') + "EEEKNMA";
   EXPECT_EQ(ReceiveAll(), expected);
@@ -113,7 +86,7 @@ TEST_F(UnitTransfers, UnknownLettersPassOnlyWhenTheToolAcceptsNewerUnits) {
 TEST_F(UnitTransfers, AnUnfinishedSendLeavesTheMemoryAsItWas) {
   const std::string before = Dump(memory.Path().string());
   Messages m(*t, *comm);
-  Database db = Database::Open(document);
+  Database db = Database::Open(site);
   std::string s = "S";
   ASSERT_TRUE(comm->Send_Msg(s));
   t->state.SystemConfig = 3;

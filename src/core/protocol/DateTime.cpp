@@ -4,7 +4,6 @@
 
 #include "protocol/ModComm.h"
 #include "protocol/ProgressWindow.h"
-#include "protocol/ReceiveTransfer.h"
 #include "shell/Conversions.h"
 #include "shell/MainMenu.h"
 #include "shell/Session.h"
@@ -150,6 +149,11 @@ bool SendDateTime(Session& s, ModComm& comm, const DateTimeBoxes& b) {
   return false;
 }
 
+bool UpdateDateTime(Session& s, ModComm& comm, const DateTimeBoxes& boxes, bool daylightTicked) {
+  if (s.state.DaylightSupported) SendDayLight(s, comm, daylightTicked);
+  return SendDateTime(s, comm, boxes);
+}
+
 void mnuDate_Click(Session& s, ModComm& comm, ProgressWindow& w, const std::function<void()>& showDateWindow) {
   if (Busy(s) || s.state.DateTimeActive) return;
   s.state.DateTimeActive = 1;
@@ -162,11 +166,7 @@ void mnuDate_Click(Session& s, ModComm& comm, ProgressWindow& w, const std::func
   bool reachedUnit = false, shown = false;
   if (comm.Init_Comm(0)) {
     for (;;) {
-      step(s.journal(), Where{"frmMenu", "mnuDate"}, [&] {
-        comm.logFile.Close();
-        comm.logFile.Open(s.appDir().PathOf("log_file.txt"));
-        comm.logFile.PrintLine(TransferFileHeader(s));
-      });
+      step(s.journal(), Where{"frmMenu", "mnuDate"}, [&] { comm.logFile.Rewrite(s, "log_file.txt"); });
       Receive_Daylight_Savings(s, comm);
       comm.msg_str = "Q";
       if (!comm.Send_Msg(comm.msg_str)) break;

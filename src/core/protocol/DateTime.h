@@ -40,6 +40,10 @@ void SendDayLight(Session& s, ModComm& comm, bool ticked);
 // Sends T from the boxes; shows the failure text when it is refused. False then.
 bool SendDateTime(Session& s, ModComm& comm, const DateTimeBoxes& boxes);
 
+// "Update" of the date window: the daylight switch where the unit has one, then the
+// date and time from the boxes. False when the date and time were refused.
+bool UpdateDateTime(Session& s, ModComm& comm, const DateTimeBoxes& boxes, bool daylightTicked);
+
 // The whole exchange of the Date/Time command. `showDateWindow` is called with the T
 // message in msg_str once the unit's clock makes sense; it is the modal date window.
 void mnuDate_Click(Session& s, ModComm& comm, ProgressWindow& progress,

@@ -1,7 +1,5 @@
 #include "protocol/ReceiveTransfer.h"
 
-#include <cstdio>
-
 #include "database/Database.h"
 #include "database/DocumentChecks.h"
 #include "database/ToneDefaults.h"
@@ -22,14 +20,6 @@ constexpr const char* kReceiving = "Receiving data...";
 constexpr const char* kPreparing = "Preparing to receive data...";
 
 }  // namespace
-
-std::string TransferFileHeader(Session& s) {
-  const LocalDateTime t = s.clock().Now();
-  char buf[64];
-  std::snprintf(buf, sizeof buf, "Date - Time - %02d/%02d/%04d %02d:%02d:%02d", t.month, t.day, t.year, t.hour,
-                t.minute, t.second);
-  return buf;
-}
 
 void Process_Msg(Session& s, ModComm& comm, Messages& m, ProgressWindow& w, int16_t& clidCount) {
   step(s.journal(), Where{"ModComm", "Process_Msg"}, [&] {
@@ -77,9 +67,7 @@ bool Receive_Data(Session& s, ModComm& comm, ProgressWindow& w, const std::strin
   int16_t clidCount = 0;
   step(s.journal(), where, [&] {
     messages.tables.Open_Tables(s);
-    comm.dataFile.Close();
-    comm.dataFile.Open(s.appDir().PathOf("rx_data.txt"));
-    comm.dataFile.PrintLine(TransferFileHeader(s));
+    comm.dataFile.Rewrite(s, "rx_data.txt");
     comm.ExceptionsFlag = false;
     comm.transfer = {};
     const bool acceptNewer = rv > st.ProgramDbRevisionShort;
@@ -130,11 +118,7 @@ void mnuRx_Click(Session& s, ModComm& comm, ProgressWindow& w) {
   w.Show();
   w.WhatToDisplay(kPreparing, "", 1);
   DisableAllRootMenus(s);
-  step(s.journal(), Where{"frmMenu", "mnuRx"}, [&] {
-    comm.logFile.Close();
-    comm.logFile.Open(s.appDir().PathOf("log_file.txt"));
-    comm.logFile.PrintLine(TransferFileHeader(s));
-  });
+  step(s.journal(), Where{"frmMenu", "mnuRx"}, [&] { comm.logFile.Rewrite(s, "log_file.txt"); });
   RevisionLines lines;
   GetRevs(s, comm, lines);
   const std::string rv = UnitRevisionText(comm, lines, false);

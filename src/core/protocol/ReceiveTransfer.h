@@ -22,7 +22,4 @@ bool Receive_Data(Session& s, ModComm& comm, ProgressWindow& progress, const std
 // Hands the message in msg_str to its read routine and moves the progress along.
 void Process_Msg(Session& s, ModComm& comm, Messages& messages, ProgressWindow& progress, int16_t& clidCount);
 
-// "Date - Time - " and the present date and time: the first line of a transfer's files.
-std::string TransferFileHeader(Session& s);
-
 }  // namespace r6183

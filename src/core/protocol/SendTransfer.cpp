@@ -40,9 +40,7 @@ bool Send_Data(Session& s, ModComm& comm, ProgressWindow& w) {
   step(s.journal(), Where{"ModComm", "Send_Data"}, [&] {
     db = Database::Open(s.state.WorkDbPath);
     flags = {};
-    comm.dataFile.Close();
-    comm.dataFile.Open(s.appDir().PathOf("tx_data.txt"));
-    comm.dataFile.PrintLine(TransferFileHeader(s));
+    comm.dataFile.Rewrite(s, "tx_data.txt");
     comm.ExceptionsFlag = false;
     std::string start = "S";
     if (!comm.Send_Msg(start)) {
@@ -110,11 +108,7 @@ void mnuSend_Click(Session& s, ModComm& comm, ProgressWindow& w) {
   w.Show();
   w.WhatToDisplay("Preparing to send data...", "", 1);
   if (!s.state.CurrentFileName.empty()) {
-    step(s.journal(), Where{"frmMenu", "mnuSend"}, [&] {
-      comm.logFile.Close();
-      comm.logFile.Open(s.appDir().PathOf("log_file.txt"));
-      comm.logFile.PrintLine(TransferFileHeader(s));
-    });
+    step(s.journal(), Where{"frmMenu", "mnuSend"}, [&] { comm.logFile.Rewrite(s, "log_file.txt"); });
     RevisionLines lines;
     GetRevs(s, comm, lines);
     if (!comm.NoResponseFlag && UnitRevisionText(comm, lines, true) < s.state.ProgramDbRevisionShort) {

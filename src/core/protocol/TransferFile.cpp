@@ -1,6 +1,9 @@
 #include "protocol/TransferFile.h"
 
+#include <cstdio>
+
 #include "shell/ErrorNumbers.h"
+#include "shell/Session.h"
 
 namespace r6183 {
 
@@ -19,6 +22,20 @@ void TransferFile::PrintLine(std::string_view text) {
   if (!out_.is_open()) throw RuntimeError(err::BadFileNameOrNumber);
   out_ << text << "\r\n";
   out_.flush();
+}
+
+void TransferFile::Rewrite(Session& s, const std::string& name) {
+  Close();
+  Open(s.appDir().PathOf(name));
+  PrintLine(TransferFileHeader(s));
+}
+
+std::string TransferFileHeader(Session& s) {
+  const LocalDateTime t = s.clock().Now();
+  char buf[64];
+  std::snprintf(buf, sizeof buf, "Date - Time - %02d/%02d/%04d %02d:%02d:%02d", t.month, t.day, t.year, t.hour,
+                t.minute, t.second);
+  return buf;
 }
 
 }  // namespace r6183

@@ -8,6 +8,8 @@
 
 namespace r6183 {
 
+class Session;
+
 class TransferFile {
  public:
   // Opens for output, replacing what was there; raises on failure.
@@ -15,9 +17,15 @@ class TransferFile {
   void Close();
   bool IsOpen() const { return out_.is_open(); }
   void PrintLine(std::string_view text);
+  // Closes the file, rewrites `name` in the application directory and prints the first
+  // line "Date - Time - " with the present date and time. Raises on failure.
+  void Rewrite(Session& s, const std::string& name);
 
  private:
   std::ofstream out_;
 };
+
+// "Date - Time - " and the present date and time: the first line of a transfer's files.
+std::string TransferFileHeader(Session& s);
 
 }  // namespace r6183
