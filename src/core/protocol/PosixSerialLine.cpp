@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -75,6 +76,14 @@ std::string GroupOf(const std::string& device) {
   throw RuntimeError(err::DeviceIoError, device + ": " + ErrnoText(e));
 }
 
+// The device end of a pseudo-terminal (the simulated unit, a modem emulator).
+bool IsPseudoTerminal(int fd) {
+  struct stat st {};
+  if (::fstat(fd, &st) != 0 || !S_ISCHR(st.st_mode)) return false;
+  const unsigned m = major(st.st_rdev);
+  return m >= 136 && m <= 143;
+}
+
 bool IsGone(int e) { return e == EIO || e == ENXIO || e == ENODEV; }
 
 }  // namespace
@@ -138,6 +147,8 @@ void PosixSerialLine::Open(const LineSettings& settings, Handshake handshake) {
   if (::tcsetattr(fd, TCSANOW, &tio) != 0) fail("cannot set the line settings");
 
   fd_ = fd;
+  baud_ = settings.baud;
+  pseudo_ = IsPseudoTerminal(fd);
   input_.clear();
   counters_ = ReadCounters(last_);
 }
@@ -234,7 +245,19 @@ void PosixSerialLine::DiscardInput() {
 }
 
 void PosixSerialLine::DiscardOutput() {
-  if (fd_ >= 0) ::tcflush(fd_, TCOFLUSH);
+  // Every Write hands over a whole message, so what is still queued is bytes on their way, not
+  // stale ones: give them the time the wire needs and drop only what is stuck behind the
+  // handshake. A pseudo-terminal has no wire: what was written already sits with the other end,
+  // and flushing there would take back an ACK that the other end has not read yet.
+  if (fd_ < 0 || pseudo_) return;
+  const auto deadline = SteadyClock::now() + std::chrono::milliseconds(20);
+  int queued = 0;
+  if (::ioctl(fd_, TIOCOUTQ, &queued) == 0 && queued > 0) {
+    const auto wire = std::chrono::milliseconds(1 + queued * 10 * 1000 / std::max(1, baud_));
+    while (SteadyClock::now() < deadline + wire && ::ioctl(fd_, TIOCOUTQ, &queued) == 0 && queued > 0)
+      ::poll(nullptr, 0, 1);
+  }
+  ::tcflush(fd_, TCOFLUSH);
 }
 
 void PosixSerialLine::SetDTR(bool on) {

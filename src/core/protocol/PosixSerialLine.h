@@ -55,6 +55,8 @@ class PosixSerialLine final : public SerialLine {
   std::string device_;
   int fd_ = -1;
   bool vanished_ = false;
+  bool pseudo_ = false;  // a pseudo-terminal: written bytes are with the other end at once
+  int baud_ = 9600;
   bool counters_ = false;  // the driver keeps fault counts
   LineCounters last_;
   std::deque<char> input_;

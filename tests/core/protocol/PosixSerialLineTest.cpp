@@ -88,6 +88,23 @@ TEST_F(PtyTest, BytesTravelBothWaysWithoutNulsUntilTheFarEndCloses) {
 }
 
 // Refusals raise with the error number and a text naming the reason.
+// Before each frame the tool drops stale input and output. Stale input is the unit's; but an
+// ACK the tool has just written is on its way and must reach the unit even if it has not
+// read it yet.
+TEST_F(PtyTest, DiscardingDropsStaleInputButNotWhatWasWritten) {
+  Send("stale\r");
+  ASSERT_TRUE(line.WaitForInput(1000ms));
+  line.Write("\x06");
+  line.DiscardOutput();
+  line.DiscardInput();
+  EXPECT_EQ(line.InputWaiting(), 0);
+  pollfd p{master, POLLIN, 0};
+  char c = 0;
+  ASSERT_EQ(::poll(&p, 1, 1000), 1);
+  ASSERT_EQ(::read(master, &c, 1), 1);
+  EXPECT_EQ(c, '\x06');
+}
+
 TEST_F(PtyTest, FailuresRaiseWithTheReason) {
   TempDir dir;
   WriteFile(dir.path() / "plain", "not a device");
