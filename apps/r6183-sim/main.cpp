@@ -4,6 +4,7 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 
 #include "shell/AppDir.h"
@@ -59,10 +60,13 @@ int main(int argc, char** argv) {
   app.add_option("--hang-up-after", o.faults.hangUpAfter, "hang up after N frames")->check(CLI::NonNegativeNumber);
   app.add_flag("--bad-checksum", o.faults.badChecksum, "send frames with a wrong checksum");
   app.add_flag("--garbage", o.faults.garbage, "send a line of noise before each frame");
+  app.add_option("--ignore", o.faults.ignored, "answer nothing to frames of these letters");
   app.add_flag("--bad-clock", o.faults.badClock, "answer Q with month 13 until the clock is set");
   app.add_flag("--pace", o.pace, "take about 1.04 ms per byte, as at 9600 baud");
   app.add_option("--load", load, "start with the programming of this document")->check(CLI::ExistingFile);
   app.add_option("--save", save, "save the programming to this document on exit");
+  std::string record;
+  app.add_option("--record", record, "on exit, write the messages received to this file, one per line");
   app.add_option("--link", link, "also make a symbolic link here to the device");
   std::string order = sim::UnitTransfers::kDefaultOrder;
   app.add_option("--order", order, "the order in which R sends the sections (letters of XIDCGPWEKNM)")
@@ -115,6 +119,11 @@ int main(int argc, char** argv) {
       if (fs::read_symlink(link, ec) == line.DevicePath()) fs::remove(link, ec);
     }
     if (!save.empty()) memory.Save(save);
+    if (!record.empty()) {
+      std::ofstream out(record);
+      for (const auto& m : unit.Received()) out << m << '\n';
+      if (!out) std::cerr << "r6183-sim: cannot write " << record << '\n';
+    }
     const auto& c = unit.Count();
     std::cerr << "r6183-sim: " << c.framesReceived << " frames received, " << c.framesSent << " sent\n";
   } catch (const std::exception& e) {

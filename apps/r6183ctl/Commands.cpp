@@ -22,7 +22,6 @@
 #include "protocol/Revisions.h"
 #include "protocol/SendTransfer.h"
 #include "database/ToneDefaults.h"
-#include "protocol/PortMap.h"
 #include "shell/Conversions.h"
 #include "shell/FileOps.h"
 #include "shell/Session.h"

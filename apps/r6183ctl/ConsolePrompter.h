@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "shell/Prompter.h"
+#include "shell/WindowOpener.h"
 
 namespace r6183::ctl {
 
@@ -39,6 +40,18 @@ class ConsolePrompter : public Prompter {
  private:
   bool yes_;
   std::string last_;
+};
+
+// The windows core asks for: only the notice that points at a log file has a use here.
+class ConsoleWindows : public WindowOpener {
+ public:
+  explicit ConsoleWindows(std::string appDir) : appDir_(std::move(appDir)) {}
+  void ShowLogNotice(const std::string& text, const std::string& logFile) override {
+    std::cerr << text << "\n(log: " << appDir_ << '/' << logFile << ")\n";
+  }
+
+ private:
+  std::string appDir_;
 };
 
 }  // namespace r6183::ctl

@@ -79,6 +79,8 @@ int main(int argc, char** argv) {
     ctl::ConsolePrompter prompter(yes);
     SystemClock clock;
     Session session(dir, prompter, clock);
+    ctl::ConsoleWindows windows(dir.DirString());
+    session.SetWindowOpener(&windows);
     RestoreErrorsDatabase(session);
     AA_Sys_WhoAmi(session);
 

@@ -132,6 +132,7 @@ void SimulatedUnit::OnFrame(const std::string& frame) {
   const int n = ++count_.framesReceived;
   const Faults& f = options_.faults;
   if (f.silentAfter > 0 && n > f.silentAfter) return;
+  if (!frame.empty() && f.ignored.find(frame[0]) != std::string::npos) return;
   if (Refuses(n)) {
     Answer(kNak);
   } else {

@@ -44,6 +44,7 @@ struct Faults {
   bool badChecksum = false; // the frames it sends carry a wrong checksum
   bool garbage = false;     // a line of noise goes before each frame it sends
   bool badClock = false;    // answers Q with month 13 until a T sets the clock
+  std::string ignored = {}; // letters whose frames get no answer at all
 };
 
 struct UnitOptions {

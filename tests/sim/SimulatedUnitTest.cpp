@@ -35,6 +35,7 @@ class SimTest : public ::testing::Test {
     toolEnd->DiscardInput();
     toolEnd->ClearWritten();
     unitEnd->Open({}, Handshake::None);  // again after a hang-up
+    unitEnd->DiscardInput();             // and without what the tool sent to the last one
     sim = std::make_unique<SimulatedUnit>(*unitEnd, t.clock, std::move(o));
   }
   // Writes raw bytes from the tool's side and lets the unit answer.
@@ -121,6 +122,7 @@ TEST_F(SimTest, ToolSeesTheClockTheDaylightSwitchAndTheLineFaultsOfTheUnit) {
       {"NACK half, seed 8", with({.nackShare = 0.5, .seed = 8}), h4, j4, 9, 0},
       {"silent after 2", with({.silentAfter = 2}), h4, {kJ, kJ, s, s}, 12, 0},
       {"hang up after 2", with({.hangUpAfter = 2}), h4, {kJ, b, s, s}, 12, 5},  // the J is not sent
+      {"Q ignored, H answered", with({.ignored = "Q"}), {"Q", "H"}, {s, kJ}, 6, 0},
       {"noise before each frame", with({.garbage = true}), h4, j4, 4, 4},
       {"wrong checksum", with({.badChecksum = true}), h4, {b, b, b, b}, 4, 20},
       {"impossible clock until set", with({.badClock = true}), {"Q", "Q", "T093000110601", "Q"},
