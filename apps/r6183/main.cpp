@@ -1,0 +1,7 @@
+// r6183: the desktop program.
+#include <QApplication>
+
+int main(int argc, char** argv) {
+  QApplication app(argc, argv);
+  return 0;
+}
