@@ -201,7 +201,10 @@ namespace {
 // The progress window of the command line: one line per change.
 struct PrintedProgress : ProgressWindow {
   void WhatToDisplay(const std::string& first, const std::string& second, int percent) override {
-    std::string line = first + (second.empty() ? "" : " " + second) + PercentText(percent);
+    Print(first + (second.empty() ? "" : " " + second) + PercentText(percent));
+  }
+  void SetPlainText(const std::string& text) override { Print(text); }
+  void Print(const std::string& line) {
     if (line != last_) std::cout << line << '\n' << std::flush;
     last_ = line;
   }

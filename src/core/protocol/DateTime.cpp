@@ -160,7 +160,7 @@ void mnuDate_Click(Session& s, ModComm& comm, ProgressWindow& w, const std::func
   w.SetModemComm();
   w.Show();
   w.ChangeCaption("Preparing to Communicate");
-  w.WhatToDisplay("Preparing to communicate with " + s.product.ProductModel + " system...", "", 0);
+  w.SetPlainText("Preparing to communicate with " + s.product.ProductModel + " system...");
   DisableAllRootMenus(s);
 
   bool reachedUnit = false, shown = false;

@@ -16,6 +16,8 @@ class ProgressWindow {
     (void)first, (void)second, (void)percent;
   }
   virtual void SetModemComm() {}
+  // The text of the plain face.
+  virtual void SetPlainText(const std::string& text) { (void)text; }
   virtual void SetModemRelease() {}
   virtual void ChangeCaption(const std::string& text) { (void)text; }
 };

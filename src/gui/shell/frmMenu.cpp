@@ -1,0 +1,292 @@
+#include "gui/shell/frmMenu.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QScreen>
+
+#include "database/DocumentCommands.h"
+#include "gui/protocol/frmMsgWait.h"
+#include "gui/shell/Twips.h"
+#include "gui/shell/frmIntro.h"
+#include "gui/shell/frmSwitchBoard.h"
+#include "protocol/ModComm.h"
+#include "protocol/ReceiveTransfer.h"
+#include "protocol/SendTransfer.h"
+#include "shell/MainMenu.h"
+#include "shell/Session.h"
+
+namespace r6183::gui {
+
+namespace {
+constexpr int32_t kDesignHeight = 9000, kDesignWidth = 12000;  // 600 by 800
+
+QRect ScreenArea(const QWidget* w) {
+  const QScreen* screen = w->screen() ? w->screen() : QGuiApplication::primaryScreen();
+  return screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
+}
+
+QString Plain(const std::string& caption) {
+  QString text = QString::fromStdString(caption);
+  text.remove('&');
+  return text;
+}
+}  // namespace
+
+frmMenu::frmMenu(Session& session, ModComm& comm, InstanceLock& instance, int splashMs)
+    : session_(session), comm_(comm), instance_(instance), splashMs_(splashMs), form_(session, *this, "frmMenu") {
+  setObjectName("frmMenu");
+  form_.Load();
+  mdi_ = new QMdiArea(this);
+  mdi_->setObjectName("MDIArea");
+  mdi_->setBackground(QColor(128, 128, 128));
+  setCentralWidget(mdi_);
+  resize(ToPixels(kDesignWidth), ToPixels(kDesignHeight));
+  progress_ = new frmMsgWait(session_, this);
+  switchBoard_ = new frmSwitchBoard(session_, this, [this](const std::string& e) { QuickMenu(e); });
+  BuildMenus();
+  BindHandlers();
+  session_.menu.onChange = [this](const std::string& name) { Mirror(name); };
+  session_.SetWindowOpener(this);
+  Mirror({});
+}
+
+frmMenu::~frmMenu() {
+  session_.menu.onChange = nullptr;
+  session_.SetWindowOpener(nullptr);
+}
+
+void frmMenu::BuildMenus() {
+  const auto& items = session_.menu.Items();
+  auto hasChildren = [&](const std::string& name) {
+    for (const MenuItem& i : items)
+      if (i.parent == name) return true;
+    return false;
+  };
+  for (const MenuItem& item : items) {
+    QAction* action = nullptr;
+    if (hasChildren(item.name)) {
+      QMenu* parent = item.parent.empty() ? nullptr : menus_.at(item.parent);
+      QMenu* menu = parent ? parent->addMenu(QString::fromStdString(item.caption))
+                           : menuBar()->addMenu(QString::fromStdString(item.caption));
+      menu->setObjectName(QString::fromStdString(item.name));
+      menus_[item.name] = menu;
+      action = menu->menuAction();
+    } else if (item.parent.empty()) {
+      action = menuBar()->addAction(QString::fromStdString(item.caption));
+    } else if (item.IsSeparator()) {
+      action = menus_.at(item.parent)->addSeparator();
+    } else {
+      action = menus_.at(item.parent)->addAction(QString::fromStdString(item.caption));
+    }
+    action->setObjectName(QString::fromStdString(item.name));
+    actions_[item.name] = action;
+    if (!hasChildren(item.name) && !item.IsSeparator()) {
+      const std::string name = item.name;
+      connect(action, &QAction::triggered, this, [this, name] { Click(name); });
+    }
+    Mirror(item.name);
+  }
+  actions_.at("mnuSwitchBoard")->setCheckable(true);
+}
+
+void frmMenu::Mirror(const std::string& name) {
+  if (name.empty()) {
+    setWindowTitle(QString::fromStdString(session_.menu.WindowCaption()));
+    return;
+  }
+  const auto it = actions_.find(name);
+  if (it == actions_.end()) return;
+  const MenuItem& item = session_.menu.Item(name);
+  QAction* a = it->second;
+  if (!item.IsSeparator()) a->setText(QString::fromStdString(item.caption));
+  a->setEnabled(item.enabled);
+  a->setVisible(item.visible);
+  if (a->isCheckable()) a->setChecked(item.checked);
+}
+
+QAction* frmMenu::Action(const std::string& name) const {
+  const auto it = actions_.find(name);
+  return it == actions_.end() ? nullptr : it->second;
+}
+
+void frmMenu::Click(const std::string& name) {
+  const auto h = handlers_.find(name);
+  if (h != handlers_.end()) h->second();
+  if (session_.state.EndProcess) {
+    // a required file went missing: the program can't go on
+    hide();
+    QCoreApplication::exit(1);
+  }
+}
+
+void frmMenu::BindHandlers() {
+  Session& s = session_;
+  auto& h = handlers_;
+  h["mnuFileNew"] = [&s] { mnuFileNew_Click(s); };
+  h["mnuFileOpen"] = [&s] { mnuFileOpen_Click(s); };
+  h["mnuFileClose"] = [&s] { mnuFileClose_Click(s); };
+  h["mnuFileSave"] = [&s] { mnuFileSave_Click(s); };
+  h["mnuFileSaveAs"] = [&s] { mnuFileSaveAs_Click(s); };
+  for (int i = 1; i <= 4; ++i)
+    h[ArrayName("mnuFileArray", i)] = [&s, i] { OpenDatabase(s, s.state.RecentFiles[static_cast<std::size_t>(i)]); };
+  h["mnuRx"] = [this] { mnuRx_Click(session_, comm_, *progress_); };
+  h["mnuSend"] = [this] { mnuSend_Click(session_, comm_, *progress_); };
+  h["mnuExit"] = [this] { mnuExit_Click(); };
+  h["mnuWindowCloseAll"] = [&s] { mnuWindowCloseAll_Click(s); };
+  h["mnuSwitchBoard"] = [this] { mnuSwitchBoard_Click(); };
+
+  // The programming windows. The window-opening guard holds for all but the clocks.
+  const std::pair<const char*, const char*> editors[] = {
+      {"mnuSched1", "Schedule 1"}, {"mnuSched2", "Schedule 2"}, {"mnuSched3", "Schedule 3"},
+      {"mnuSched4", "Schedule 4"}, {"mnuSched5", "Schedule 5"}, {"mnuSched6", "Schedule 6"},
+      {"mnuArchNum", "ArchNumber / CLID"}, {"mnuClassService", "Class Of Service"},
+      {"mnuPageGroup", "Custom Page Groups"}, {"mnuBGM", "Audio Connections"}, {"mnuSysOpt", "System"},
+      {"mnuConfig", "Configuration"}};
+  for (const auto& [name, caption] : editors) {
+    const std::string n = name, c = caption;
+    h[n] = [this, n, c] { OpenWindow(n, c, true); };
+  }
+  h["mnuClocks"] = [this] { OpenWindow("mnuClocks", "Clocks", false); };
+  h["mnuAllSched"] = [this] {
+    for (int i = 6; i >= 1; --i) Click("mnuSched" + std::to_string(i));
+  };
+  for (const char* name : {"mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect", "mnuManualConnect",
+                           "mnuModemRelease"}) {
+    const std::string n = name;
+    h[n] = [this, n] { OpenWindow(n, Plain(session_.menu.Item(n).caption).toStdString(), false); };
+  }
+}
+
+void frmMenu::OpenWindow(const std::string&, const std::string& caption, bool guarded) {
+  if (guarded && WindowOpenBlocked(session_)) return;
+  session_.Message("\"" + caption + "\" is not part of this version of the " + session_.product.ProductTitle + ".",
+                   Buttons::Ok, Icon::Information);
+}
+
+void frmMenu::QuickMenu(const std::string& entry) {
+  static const std::map<std::string, std::string> kEntries = {
+      {"Schedule 1", "mnuSched1"}, {"Schedule 2", "mnuSched2"}, {"Schedule 3", "mnuSched3"},
+      {"Schedule 4", "mnuSched4"}, {"Schedule 5", "mnuSched5"}, {"Schedule 6", "mnuSched6"},
+      {"Clock", "mnuClocks"}, {"Custom Page Groups", "mnuPageGroup"}, {"Audio Connections", "mnuBGM"},
+      {"System", "mnuSysOpt"}, {"ArchNumber / CLID", "mnuArchNum"}, {"Class Of Service", "mnuClassService"},
+      {"All", "mnuAllSched"}};
+  if (const auto it = kEntries.find(entry); it != kEntries.end()) Click(it->second);
+}
+
+void frmMenu::mnuSwitchBoard_Click() {
+  if (session_.menu.Checked("mnuSwitchBoard")) {
+    session_.menu.SetChecked("mnuSwitchBoard", false);
+    switchBoard_->Form_Unload();
+  } else {
+    session_.menu.SetChecked("mnuSwitchBoard", true);
+    switchBoard_->Form_Load();
+  }
+}
+
+void frmMenu::mnuExit_Click() {
+  if (r6183::mnuExit_Click(session_)) close();
+}
+
+bool frmMenu::MDIForm_Load() { return r6183::MDIForm_Load(session_, *this, instance_); }
+
+// --- the host of start-up and shutdown
+
+int32_t frmMenu::DesignHeight() const { return kDesignHeight; }
+int32_t frmMenu::DesignWidth() const { return kDesignWidth; }
+int32_t frmMenu::ScreenHeight() const { return ToTwips(ScreenArea(this).height()); }
+int32_t frmMenu::ScreenWidth() const { return ToTwips(ScreenArea(this).width()); }
+int32_t frmMenu::Height() const { return ToTwips(height()); }
+int32_t frmMenu::Width() const { return ToTwips(width()); }
+void frmMenu::Maximise() { setWindowState(windowState() | Qt::WindowMaximized); }
+
+void frmMenu::Resize(int32_t height, int32_t width) {
+  const QRect area = ScreenArea(this);
+  resize(std::min(ToPixels(width), area.width()), std::min(ToPixels(height), area.height()));
+}
+
+void frmMenu::CenterScreen() {
+  const QRect area = ScreenArea(this);
+  move(area.center() - QPoint(width() / 2, height() / 2));
+}
+
+void frmMenu::SetIcon(const std::string& path) {
+  const QIcon icon(QString::fromStdString(path));
+  setWindowIcon(icon);
+  QApplication::setWindowIcon(icon);
+}
+
+void frmMenu::SetHourglass(bool on) {
+  if (on) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    ++hourglass_;
+  } else {
+    for (; hourglass_ > 0; --hourglass_) QApplication::restoreOverrideCursor();
+  }
+}
+
+void frmMenu::ShowSplash() {
+  if (splashMs_ <= 0) return;
+  frmIntro splash(session_, this, splashMs_);
+  splash.exec();
+}
+
+// --- the windows core asks for
+
+void frmMenu::ShowModal(const std::string& name) {
+  if (name == "frmConfig") OpenWindow("mnuConfig", "Configuration", false);
+}
+
+void frmMenu::Show(const std::string& name) {
+  if (name == "frmSwitchBoard") switchBoard_->Form_Load();
+}
+
+void frmMenu::EnableMain(bool on) {
+  // the menu and the programming windows take no input; the progress window stays live
+  menuBar()->setEnabled(on);
+  mdi_->setEnabled(on);
+}
+
+void frmMenu::ShowLogNotice(const std::string& text, const std::string&) {
+  session_.prompter().Message(text, Buttons::Ok, Icon::Exclamation, "Warning");
+}
+
+// --- events
+
+void frmMenu::closeEvent(QCloseEvent* e) {
+  if (unloaded_) {
+    e->accept();
+    return;
+  }
+  if (MDIForm_QueryUnload(session_, *this, comm_, modem_)) {
+    e->ignore();
+    return;
+  }
+  MDIForm_Unload(session_, comm_, modem_);
+  unloaded_ = true;
+  switchBoard_->hide();
+  e->accept();
+}
+
+void frmMenu::resizeEvent(QResizeEvent* e) {
+  QMainWindow::resizeEvent(e);
+  KeepProgressInView();
+}
+
+void frmMenu::mouseDoubleClickEvent(QMouseEvent* e) {
+  QMainWindow::mouseDoubleClickEvent(e);
+  KeepProgressInView();
+}
+
+void frmMenu::KeepProgressInView() {
+  if (Form* f = ProgressWindowToKeepInView(session_)) {
+    f->SetFocus();
+    f->BringToTop();
+  }
+}
+
+}  // namespace r6183::gui
