@@ -231,6 +231,7 @@ void frmMenu::SetHourglass(bool on) {
 
 void frmMenu::ShowSplash() {
   if (splashMs_ <= 0) return;
+  ++splashes_;
   frmIntro splash(session_, this, splashMs_);
   splash.exec();
 }

@@ -46,6 +46,7 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   void QuickMenu(const std::string& entry);
   // The help file chosen at start-up, if any.
   const std::string& helpFile() const { return helpFile_; }
+  int splashesShown() const { return splashes_; }
 
   // MainWindowHost
   int32_t DesignHeight() const override;
@@ -99,6 +100,7 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   ModemRelease modem_;
   std::string helpFile_;
   int hourglass_ = 0;
+  int splashes_ = 0;
   bool unloaded_ = false;
 };
 

@@ -1,0 +1,146 @@
+// The main window on the offscreen platform, with a scripted prompter and the simulated
+// unit linked in-process.
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QGuiApplication>
+#include <QMdiArea>
+#include <QScreen>
+#include <QTest>
+
+#include "gui/protocol/frmMsgWait.h"
+#include "gui/shell/frmMenu.h"
+#include "gui/shell/frmSwitchBoard.h"
+#include "shell/InstanceLock.h"
+#include "sim/LinkedUnit.h"
+
+namespace r6183::gui {
+namespace {
+
+class MainWindow : public ::testing::Test, public test::LinkedUnit {
+ protected:
+  // Loads a main window on the test's application directory; false when it refused.
+  bool Start() {
+    window = std::make_unique<frmMenu>(*t, *comm, lock, 1);
+    if (!window->MDIForm_Load()) return false;
+    window->show();
+    return true;
+  }
+  bool Enabled(const char* name) const { return window->Action(name)->isEnabled(); }
+  const std::string& LastText() const { return t.prompter.Shown().back().text; }
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> out;
+    for (const auto& m : t.prompter.Shown()) out.push_back(m.text);
+    return out;
+  }
+
+  InstanceLock lock{t.dir.str()};
+  std::unique_ptr<frmMenu> window;
+};
+
+TEST_F(MainWindow, MenuFollowsTheDocumentThroughNewAndClose) {
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(window->windowTitle().toStdString(), "Orvane R-6183 Programming Tool");
+  EXPECT_EQ(window->Action("mnuRx")->text().toStdString(), "&Receive data from R-6183");
+  EXPECT_FALSE(window->Action("mnuSchedules")->isVisible());
+  EXPECT_FALSE(window->Action("mnuDebug")->isVisible());
+  // item, with no document, with one
+  const std::tuple<const char*, bool, bool> states[] = {
+      {"mnuFileNew", true, false},   {"mnuFileOpen", true, false},    {"mnuRx", true, false},
+      {"mnuFileClose", false, true}, {"mnuFileSaveAs", false, true},  {"mnuPrint", false, true},
+      {"mnuConfig", false, true},    {"mnuStation", false, true},     {"mnuPageGroup", false, true},
+      {"mnuSysOpt", false, true},    {"mnuBGM", false, true},         {"mnuSwitchBoard", false, true},
+      {"mnuFileSave", false, false}, {"mnuModemRelease", false, false}};
+  for (const auto& [name, without, with] : states) EXPECT_EQ(Enabled(name), without) << name;
+  window->Click("mnuFileNew");
+  for (const auto& [name, without, with] : states) EXPECT_EQ(Enabled(name), with) << name << " after New";
+  EXPECT_TRUE(window->switchBoard()->isVisible());
+  EXPECT_TRUE(window->Action("mnuSwitchBoard")->isChecked());
+  t.prompter.QueueAnswer(Answer::No);  // an untitled document: not saved
+  window->Click("mnuFileClose");
+  EXPECT_EQ(LastText(), "Do you want to save changes to Untitled?");
+  for (const auto& [name, without, with] : states) EXPECT_EQ(Enabled(name), without) << name << " after Close";
+  EXPECT_FALSE(window->switchBoard()->isVisible());
+  EXPECT_EQ(window->windowTitle().toStdString(), "Orvane R-6183 Programming Tool");
+}
+
+TEST_F(MainWindow, ASecondInstanceIsRefusedAfterTheSplash) {
+  InstanceLock first{t.dir.str()};
+  ASSERT_TRUE(first.Acquire());
+  EXPECT_FALSE(Start());
+  EXPECT_EQ(window->splashesShown(), 1);
+  EXPECT_EQ(LastText(), "'Orvane R-6183 Programming Tool' is already running.");
+  first.Release();  // once the first has gone, the next one starts
+  EXPECT_TRUE(Start());
+}
+
+TEST_F(MainWindow, AMissingTemplateStopsTheStartWithItsName) {
+  std::filesystem::remove(t.dir.path() / "DEFAULT");
+  EXPECT_FALSE(Start());
+  EXPECT_EQ(Texts(), std::vector<std::string>{"File 'DEFAULT' was not found in the application directory. Make "
+                                              "sure the application was properly installed."});
+}
+
+TEST_F(MainWindow, ACancelledShutdownKeepsTheDocumentButClosesThePort) {
+  ASSERT_TRUE(Start());
+  window->Click("mnuFileNew");
+  t->state.DatabaseDirty = 1;
+  ASSERT_TRUE(comm->Init_Comm(0));
+  t.prompter.QueueAnswer(Answer::Cancel);
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(t->state.CurrentFileName, "Untitled");
+  EXPECT_TRUE(std::filesystem::exists(t.dir.path() / "settings.ini"));
+  EXPECT_FALSE(comm->PortOpen());
+  EXPECT_TRUE(std::filesystem::exists(t.dir.path() / "errors.bak")) << "the journal was compacted";
+}
+
+TEST_F(MainWindow, ReceiveThenSendEndInTheirSuccessTexts) {
+  ASSERT_TRUE(Start());
+  window->Click("mnuRx");
+  EXPECT_EQ(LastText(), "Receive Data completed successfully.");
+  EXPECT_EQ(t->state.CurrentFileName, "Untitled");
+  EXPECT_EQ(window->windowTitle().toStdString(), "Untitled - Orvane R-6183 Programming Tool");
+  EXPECT_FALSE(window->progress().isVisible());
+  EXPECT_EQ(t->forms.Find("frmMsgWait"), nullptr);
+  for (const char* root : {"mnuFile", "mnuDate", "mnuHelp"}) EXPECT_TRUE(Enabled(root)) << root;
+  EXPECT_TRUE(window->mdiArea()->isEnabled());
+
+  memory.Load(test::StagedAppDir() / "DEFAULT");  // the unit forgets, the tool sends it back
+  window->Click("mnuSend");
+  EXPECT_EQ(LastText(), "Send data completed successfully.");
+  EXPECT_FALSE(window->progress().isVisible());
+  EXPECT_TRUE(Enabled("mnuFile"));
+  const std::string unit = test::Dump(memory.Path().string());
+  for (const char* fact : {"Config|2\n", "Clid|30|1234|Reception Desk \n", "Event|2|08:15|20|3|"})
+    EXPECT_NE(unit.find(fact), std::string::npos) << fact;
+}
+
+TEST_F(MainWindow, ReceiveFromASilentUnitFails) {
+  unitSim->Options().faults.silentAfter = 1;
+  ASSERT_TRUE(Start());
+  window->Click("mnuRx");
+  EXPECT_EQ(LastText(), "Error receiving data");
+  EXPECT_TRUE(t->state.CurrentFileName.empty());
+  EXPECT_FALSE(window->progress().isVisible());
+  EXPECT_TRUE(Enabled("mnuFileNew"));
+}
+
+TEST_F(MainWindow, TheQuickMenuGoesInsideTheMainWindowWhenItsPlaceIsOffTheScreen) {
+  test::WriteFile(t.dir.path() / "settings.ini",
+                  "[System]\r\nSwitchBorad Top=600\r\nSwitchBorad Left=30000\r\nSwitchBorad Width=2670\r\n"
+                  "SwitchBorad Heigth=3000\r\n");
+  ASSERT_TRUE(Start());
+  window->Click("mnuFileNew");
+  const QRect quick = window->switchBoard()->geometry(), main = window->frameGeometry();
+  EXPECT_TRUE(main.contains(quick)) << quick.x() << "," << quick.y() << " " << quick.width() << "x" << quick.height()
+                                    << " in " << main.x() << "," << main.y() << " " << main.width() << "x" << main.height();
+  // closing it keeps its place for the next time
+  window->Click("mnuSwitchBoard");
+  EXPECT_FALSE(window->switchBoard()->isVisible());
+  EXPECT_NE(test::ReadFile(t.dir.path() / "settings.ini").find("SwitchBorad Left=" + std::to_string(quick.x() * 15)),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace r6183::gui
