@@ -1,7 +1,12 @@
 // r6183: the desktop program. The main window's load is the start of the process and
 // its unload the end.
 #include <QApplication>
+#include <QSocketNotifier>
 
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <memory>
 
 #include "gui/shell/GuiPrompter.h"
@@ -15,6 +20,29 @@
 #include "shell/Session.h"
 
 using namespace r6183;
+
+namespace {
+int stopPipe[2] = {-1, -1};
+void OnStopSignal(int) { [[maybe_unused]] const auto n = ::write(stopPipe[1], "x", 1); }
+
+// SIGTERM and SIGINT (a logout, a service manager) close the main window as the operator
+// would, so the document is asked about and the settings are kept.
+void CloseOnStopSignals(QWidget& main) {
+  if (::socketpair(AF_UNIX, SOCK_STREAM, 0, stopPipe) != 0) return;
+  auto* notifier = new QSocketNotifier(stopPipe[0], QSocketNotifier::Read, &main);
+  QObject::connect(notifier, &QSocketNotifier::activated, &main, [&main] {
+    char c;
+    [[maybe_unused]] const auto n = ::read(stopPipe[0], &c, 1);
+    main.close();
+  });
+  struct sigaction sa {};
+  sa.sa_handler = OnStopSignal;
+  sigemptyset(&sa.sa_mask);
+  sa.sa_flags = SA_RESTART;
+  sigaction(SIGTERM, &sa, nullptr);
+  sigaction(SIGINT, &sa, nullptr);
+}
+}  // namespace
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
@@ -31,6 +59,7 @@ int main(int argc, char** argv) {
   InstanceLock instance(dir.DirString());
   gui::frmMenu main(session, comm, instance);
   prompter.SetParent(&main);
+  CloseOnStopSignals(main);
   if (!main.MDIForm_Load()) return 1;
   main.show();
   return QApplication::exec();
