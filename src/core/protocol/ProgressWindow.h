@@ -18,6 +18,8 @@ class ProgressWindow {
   virtual void SetModemComm() {}
   virtual void SetModemRelease() {}
   virtual void ChangeCaption(const std::string& text) { (void)text; }
+  // The text of the plain face.
+  virtual void SetPlainText(const std::string& text) { (void)text; }
 };
 
 // The percent as the window shows it: a leading blank for a positive number, " %" behind.
