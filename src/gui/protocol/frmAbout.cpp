@@ -10,6 +10,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "protocol/ModComm.h"
 #include "protocol/ProgressWindow.h"
 #include "protocol/Revisions.h"
@@ -42,6 +44,10 @@ frmAbout::frmAbout(Session& session, ModComm& comm, ProgressWindow& progress, QW
   flexAbout_->horizontalHeader()->hide();
   flexAbout_->verticalHeader()->hide();
   flexAbout_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  flexAbout_->setWordWrap(false);
+  flexAbout_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  flexAbout_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  flexAbout_->verticalHeader()->setDefaultSectionSize(flexAbout_->fontMetrics().height() + 6);
   flexAbout_->setColumnWidth(0, 1700 / kTwipsPerPixel);
   flexAbout_->setColumnWidth(1, 1795 / kTwipsPerPixel);
   cmdOk_ = new QPushButton("OK");
@@ -103,6 +109,15 @@ void frmAbout::FillGrid(const RevisionLines& lines) {
     flexAbout_->setItem(
         r, 1, new QTableWidgetItem(tab == std::string::npos ? QString() : QString::fromStdString(line.substr(tab + 1))));
   }
+  // all rows and whole labels in view
+  for (int c = 0; c < 2; ++c) {
+    const int designed = flexAbout_->columnWidth(c);
+    flexAbout_->resizeColumnToContents(c);
+    flexAbout_->setColumnWidth(c, std::max(designed, flexAbout_->columnWidth(c) + 8));
+  }
+  const int frame = 2 * flexAbout_->frameWidth();
+  flexAbout_->setFixedHeight(flexAbout_->rowCount() * flexAbout_->verticalHeader()->defaultSectionSize() + frame);
+  flexAbout_->setMinimumWidth(flexAbout_->columnWidth(0) + flexAbout_->columnWidth(1) + frame);
 }
 
 void frmAbout::done(int result) {
