@@ -1,0 +1,115 @@
+#include "gui/shell/frmDebug.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QShowEvent>
+#include <QVBoxLayout>
+
+#include "gui/shell/Centre.h"
+#include "shell/JournalListing.h"
+#include "shell/Session.h"
+
+namespace r6183::gui {
+
+namespace {
+
+constexpr int TwipsToPixels(int twips) { return twips / 15; }
+
+int16_t Flag(const QCheckBox& box) { return box.isChecked() ? 1 : 0; }
+
+}  // namespace
+
+frmDebug::frmDebug(Session& session, QWidget* parent)
+    : QWidget(parent, Qt::Window),
+      session_(session),
+      form_(session, *this, "frmDebug"),
+      chkComm_(new QCheckBox("Communications", this)),
+      chkAT_(new QCheckBox("AT Commands", this)),
+      grid1_(new QTableWidget(this)) {
+  setObjectName("frmDebug");
+  setWindowTitle("Debug");
+  chkComm_->setObjectName("chkComm");
+  chkAT_->setObjectName("chkAT");
+
+  auto* lblLog = new QLabel("Log:", this);
+  lblLog->setObjectName("lblLog");
+  grid1_->setObjectName("grid1");
+  grid1_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  grid1_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  grid1_->verticalHeader()->hide();
+  grid1_->horizontalHeader()->setStretchLastSection(true);
+
+  auto* cmdClear = new QPushButton("Clear", this);
+  cmdClear->setObjectName("cmdClear");
+  auto* cmdOk = new QPushButton("OK", this);
+  cmdOk->setObjectName("cmdOk");
+  cmdOk->setDefault(true);
+  connect(cmdClear, &QPushButton::clicked, this, &frmDebug::cmdClear_Click);
+  connect(cmdOk, &QPushButton::clicked, this, &frmDebug::cmdOk_Click);
+
+  auto* traces = new QHBoxLayout;
+  traces->addWidget(chkComm_);
+  traces->addWidget(chkAT_);
+  traces->addStretch();
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(cmdClear);
+  buttons->addWidget(cmdOk);
+  auto* layout = new QVBoxLayout(this);
+  layout->addLayout(traces);
+  layout->addWidget(lblLog);
+  layout->addWidget(grid1_, 1);
+  layout->addLayout(buttons);
+  resize(720, 420);
+}
+
+void frmDebug::LoadGrid() {
+  grid1_->clear();
+  grid1_->setColumnCount(5);
+  grid1_->setHorizontalHeaderLabels({"No", "Description", "Date/Time", "Function", "Module"});
+  grid1_->setColumnWidth(0, TwipsToPixels(600));
+  grid1_->setColumnWidth(1, TwipsToPixels(2300));
+  grid1_->setColumnWidth(2, TwipsToPixels(1800));
+  const std::vector<JournalLine> lines = ReadJournalLines(session_);
+  grid1_->setRowCount(static_cast<int>(lines.size()));
+  int row = 0;
+  for (const JournalLine& line : lines) {
+    int col = 0;
+    for (const std::string* cell : {&line.number, &line.description, &line.dateTime, &line.function, &line.module})
+      grid1_->setItem(row, col++, new QTableWidgetItem(QString::fromStdString(*cell)));
+    ++row;
+  }
+}
+
+void frmDebug::cmdOk_Click() {
+  session_.state.TraceComm = Flag(*chkComm_);
+  session_.state.TraceAT = Flag(*chkAT_);
+  close();
+}
+
+void frmDebug::cmdClear_Click() {
+  ClearJournal(session_);
+  grid1_->clear();
+  LoadGrid();
+}
+
+void frmDebug::showEvent(QShowEvent* event) {
+  form_.Load();
+  // a window restored from the task bar keeps what it shows
+  if (!event->spontaneous()) quietly([&] {
+    if (isWindow()) CentreWindow(*this);
+    LoadGrid();
+    chkComm_->setChecked(session_.state.TraceComm != 0);
+    chkAT_->setChecked(session_.state.TraceAT != 0);
+  });
+  QWidget::showEvent(event);
+}
+
+void frmDebug::closeEvent(QCloseEvent* event) {
+  form_.Leave();
+  QWidget::closeEvent(event);
+}
+
+}  // namespace r6183::gui

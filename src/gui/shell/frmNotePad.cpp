@@ -1,0 +1,31 @@
+#include "gui/shell/frmNotePad.h"
+
+#include <QVBoxLayout>
+
+namespace r6183::gui {
+
+frmNotePad::frmNotePad(Session& session, QWidget* parent)
+    : QWidget(parent, Qt::Window), form_(session, *this, "frmNotePad"), text1_(new QPlainTextEdit(this)) {
+  setObjectName("frmNotePad");
+  setWindowTitle("Untitled");
+  setAttribute(Qt::WA_DeleteOnClose);
+  text1_->setObjectName("Text1");
+  text1_->setReadOnly(true);
+  text1_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(text1_);
+  resize(640, 480);
+}
+
+void frmNotePad::showEvent(QShowEvent* event) {
+  form_.Load();
+  QWidget::showEvent(event);
+}
+
+void frmNotePad::closeEvent(QCloseEvent* event) {
+  form_.Leave();
+  QWidget::closeEvent(event);
+}
+
+}  // namespace r6183::gui
