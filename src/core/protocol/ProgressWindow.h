@@ -20,8 +20,6 @@ class ProgressWindow {
   virtual void SetPlainText(const std::string& text) { (void)text; }
   virtual void SetModemRelease() {}
   virtual void ChangeCaption(const std::string& text) { (void)text; }
-  // The text of the plain face.
-  virtual void SetPlainText(const std::string& text) { (void)text; }
 };
 
 // The percent as the window shows it: a leading blank for a positive number, " %" behind.

@@ -4,6 +4,7 @@
 #include "protocol/ModComm.h"
 #include "shell/ErrorsMaintenance.h"
 #include "shell/FileOps.h"
+#include "shell/HelpBook.h"
 #include "shell/InstanceLock.h"
 #include "shell/MainMenu.h"
 #include "shell/ProductIdentity.h"
@@ -52,8 +53,9 @@ bool MDIForm_Load(Session& s, MainWindowHost& host, InstanceLock& instance) {
   host.SetHourglass(false);
   if (!Initialize(s)) return false;
   step(s.journal(), kLoad, [&] {
-    const std::string help = s.appDir().PathOf(s.product.HelpFileName);
-    if (IsFile(help)) host.SetHelpFile(help);
+    // both help file names lead to the help book shipped beside the program
+    const std::string book = HelpBookPath(s);
+    if (!book.empty()) host.SetHelpFile(book);
   });
 
   if (!instance.Acquire()) {

@@ -10,7 +10,12 @@
 #include <QScreen>
 
 #include "database/DocumentCommands.h"
+#include "gui/protocol/frmAbout.h"
+#include "gui/protocol/frmDate.h"
 #include "gui/protocol/frmMsgWait.h"
+#include "gui/shell/frmDebug.h"
+#include "gui/shell/frmHelp.h"
+#include "gui/shell/frmMyMsgBox.h"
 #include "gui/shell/Twips.h"
 #include "gui/shell/frmIntro.h"
 #include "gui/shell/frmSwitchBoard.h"
@@ -139,6 +144,20 @@ void frmMenu::BindHandlers() {
   h["mnuExit"] = [this] { mnuExit_Click(); };
   h["mnuWindowCloseAll"] = [&s] { mnuWindowCloseAll_Click(s); };
   h["mnuSwitchBoard"] = [this] { mnuSwitchBoard_Click(); };
+  h["mnuDate"] = [this] { RunDateTimeCommand(session_, comm_, *progress_, this); };
+  h["mnuHelpAbout"] = [this] { gui::mnuHelpAbout_Click(session_, comm_, *progress_, this); };
+  h["mnuHelpContents"] = [this] { gui::mnuHelpContents_Click(session_, this); };
+  h["mnuDebug"] = [this] {
+    // one journal window; the menu brings it back to the front
+    auto* debug = findChild<frmDebug*>(QString(), Qt::FindDirectChildrenOnly);
+    if (!debug) {
+      debug = new frmDebug(session_, this);
+      debug->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    debug->show();
+    debug->raise();
+    debug->activateWindow();
+  };
 
   // The programming windows. The window-opening guard holds for all but the clocks.
   const std::pair<const char*, const char*> editors[] = {
@@ -252,8 +271,8 @@ void frmMenu::EnableMain(bool on) {
   mdi_->setEnabled(on);
 }
 
-void frmMenu::ShowLogNotice(const std::string& text, const std::string&) {
-  session_.prompter().Message(text, Buttons::Ok, Icon::Exclamation, "Warning");
+void frmMenu::ShowLogNotice(const std::string& text, const std::string& logFile) {
+  frmMyMsgBox::ShowNotice(session_, this, text, logFile);
 }
 
 // --- events
