@@ -28,12 +28,9 @@ std::vector<std::string> Matches(const std::string& text, const std::regex& re) 
   return found;
 }
 
-// A session whose application directory has the shipped help book.
+// A session of the product, whose application directory has the shipped help book.
 struct HelpSession : TestSession {
-  HelpSession() {
-    fs::copy(test::StagedAppDir() / "help", dir.path() / "help", fs::copy_options::recursive);
-    session->product = IdentityFor(kProductIndex, 4);
-  }
+  HelpSession() { session->product = IdentityFor(kProductIndex, 4); }
 };
 
 // Every link of the shipped book leads to a shipped page (and to an anchor there), none

@@ -34,8 +34,8 @@ void CopyStagedAppDir(const fs::path& target) {
   const fs::path src = StagedAppDir();
   for (const char* name : {"DEFAULT", "errors", "Dphonelst", "Dmodem", "r6183.ico"})
     fs::copy_file(src / name, target / name, fs::copy_options::overwrite_existing);
-  fs::copy(src / "reports", target / "reports",
-           fs::copy_options::recursive | fs::copy_options::overwrite_existing);
+  for (const char* folder : {"reports", "help"})
+    fs::copy(src / folder, target / folder, fs::copy_options::recursive | fs::copy_options::overwrite_existing);
 }
 
 void WriteFile(const fs::path& p, const std::string& bytes) {

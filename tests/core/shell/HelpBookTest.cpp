@@ -24,6 +24,7 @@ TEST(HelpBookTest, BothHelpFileFormsLeadToTheInstalledBook) {
   };
   for (const auto& c : cases) {
     TestSession ts;
+    fs::remove_all(ts.dir.path() / "help");
     if (c.bookDir) fs::copy(StagedAppDir() / "help", ts.dir.path() / c.bookDir, fs::copy_options::recursive);
     ts->product.HelpFileName = c.helpFile;
     const std::string path = HelpBookPath(*ts);
