@@ -85,6 +85,12 @@ TEST_F(MainWindow, ACancelledShutdownKeepsTheDocumentButClosesThePort) {
   ASSERT_TRUE(Start());
   window->Click("mnuFileNew");
   t->state.DatabaseDirty = 1;
+  t.prompter.QueueAnswer(Answer::Cancel);
+  window->Click("mnuFileClose");
+  EXPECT_EQ(t->state.CurrentFileName, "Untitled");
+  EXPECT_TRUE(Enabled("mnuFileClose"));
+  EXPECT_TRUE(window->switchBoard()->isVisible());
+
   ASSERT_TRUE(comm->Init_Comm(0));
   t.prompter.QueueAnswer(Answer::Cancel);
   EXPECT_FALSE(window->close());

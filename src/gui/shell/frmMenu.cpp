@@ -5,6 +5,7 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QKeySequence>
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QScreen>
@@ -97,6 +98,11 @@ void frmMenu::BuildMenus() {
     Mirror(item.name);
   }
   actions_.at("mnuSwitchBoard")->setCheckable(true);
+  // the shortcuts a desktop program is expected to have
+  actions_.at("mnuFileNew")->setShortcut(QKeySequence::New);
+  actions_.at("mnuFileOpen")->setShortcut(QKeySequence::Open);
+  actions_.at("mnuFileSave")->setShortcut(QKeySequence::Save);
+  actions_.at("mnuHelpContents")->setShortcut(QKeySequence::HelpContents);
 }
 
 void frmMenu::Mirror(const std::string& name) {

@@ -1,5 +1,8 @@
 // The start and the end of the program against a recording main window.
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "protocol/BorrowedLine.h"
 #include "protocol/ModComm.h"
@@ -152,6 +155,31 @@ TEST_F(StartUp, ShutdownClosesThePortAndCompactsTheJournalEvenWhenCancelled) {
     t->state.CurrentFileName.clear();
     t->menu.SetEnabled("mnuFileClose", false);
   }
+}
+
+// The lock goes with its process, however that ends.
+TEST(InstanceLock, HeldWhileTheOtherProcessRunsAndFreeWhenItIsKilled) {
+  test::TempDir dir;
+  int ready[2];
+  ASSERT_EQ(::pipe(ready), 0);
+  const pid_t other = ::fork();
+  if (other == 0) {
+    InstanceLock held(dir.str());
+    const char c = held.Acquire() ? '1' : '0';
+    [[maybe_unused]] const auto n = ::write(ready[1], &c, 1);
+    ::pause();
+    ::_exit(0);
+  }
+  char c = 0;
+  ASSERT_EQ(::read(ready[0], &c, 1), 1);
+  EXPECT_EQ(c, '1');
+  InstanceLock mine(dir.str());
+  EXPECT_FALSE(mine.Acquire());
+  ::kill(other, SIGKILL);
+  ::waitpid(other, nullptr, 0);
+  EXPECT_TRUE(mine.Acquire());
+  ::close(ready[0]);
+  ::close(ready[1]);
 }
 
 TEST(SwitchBoardPlace, OnTheScreenAsSavedWithinItsLimitsElseInsideTheMainWindow) {
