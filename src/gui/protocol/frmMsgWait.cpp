@@ -109,8 +109,11 @@ void frmMsgWait::Repaint() {
 }
 
 bool frmMsgWait::event(QEvent* e) {
+  // back on top when it loses the focus, without taking the focus from a message box
   if (e->type() == QEvent::WindowDeactivate && isVisible())
-    QTimer::singleShot(0, this, [this] { KeepInView(); });
+    QTimer::singleShot(0, this, [this] {
+      if (isVisible()) raise();
+    });
   return QDialog::event(e);
 }
 
