@@ -12,6 +12,7 @@
 
 #include <algorithm>
 
+#include "gui/shell/Twips.h"
 #include "protocol/ModComm.h"
 #include "protocol/ProgressWindow.h"
 #include "protocol/Revisions.h"
@@ -19,10 +20,6 @@
 #include "shell/Session.h"
 
 namespace r6183::gui {
-
-namespace {
-constexpr int kTwipsPerPixel = 15;
-}
 
 frmAbout::frmAbout(Session& session, ModComm& comm, ProgressWindow& progress, QWidget* parent)
     : QDialog(parent), session_(session), form_{session, *this, "frmAbout"} {
@@ -48,8 +45,8 @@ frmAbout::frmAbout(Session& session, ModComm& comm, ProgressWindow& progress, QW
   flexAbout_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   flexAbout_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   flexAbout_->verticalHeader()->setDefaultSectionSize(flexAbout_->fontMetrics().height() + 6);
-  flexAbout_->setColumnWidth(0, 1700 / kTwipsPerPixel);
-  flexAbout_->setColumnWidth(1, 1795 / kTwipsPerPixel);
+  flexAbout_->setColumnWidth(0, ToPixels(1700));
+  flexAbout_->setColumnWidth(1, ToPixels(1795));
   cmdOk_ = new QPushButton("OK");
   cmdOk_->setObjectName("cmdOk");
   cmdOk_->setDefault(true);

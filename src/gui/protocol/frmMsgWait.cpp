@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "gui/shell/Centre.h"
 #include "shell/Session.h"
 
 namespace r6183::gui {
@@ -49,11 +50,8 @@ frmMsgWait::frmMsgWait(Session& session, QWidget* parent)
 void frmMsgWait::Show() {
   form_.Load();
   show();
-  // centred on the screen
-  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-    adjustSize();
-    move(screen->availableGeometry().center() - rect().center());
-  }
+  adjustSize();
+  CentreWindow(*this);
   KeepInView();
   Repaint();
 }

@@ -8,14 +8,13 @@
 #include <QVBoxLayout>
 
 #include "gui/shell/Centre.h"
+#include "gui/shell/Twips.h"
 #include "shell/JournalListing.h"
 #include "shell/Session.h"
 
 namespace r6183::gui {
 
 namespace {
-
-constexpr int TwipsToPixels(int twips) { return twips / 15; }
 
 int16_t Flag(const QCheckBox& box) { return box.isChecked() ? 1 : 0; }
 
@@ -69,9 +68,9 @@ void frmDebug::LoadGrid() {
   grid1_->clear();
   grid1_->setColumnCount(5);
   grid1_->setHorizontalHeaderLabels({"No", "Description", "Date/Time", "Function", "Module"});
-  grid1_->setColumnWidth(0, TwipsToPixels(600));
-  grid1_->setColumnWidth(1, TwipsToPixels(2300));
-  grid1_->setColumnWidth(2, TwipsToPixels(1800));
+  grid1_->setColumnWidth(0, ToPixels(600));
+  grid1_->setColumnWidth(1, ToPixels(2300));
+  grid1_->setColumnWidth(2, ToPixels(1800));
   const std::vector<JournalLine> lines = ReadJournalLines(session_);
   grid1_->setRowCount(static_cast<int>(lines.size()));
   int row = 0;

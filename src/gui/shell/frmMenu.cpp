@@ -14,6 +14,7 @@
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
 #include "gui/protocol/frmMsgWait.h"
+#include "gui/shell/Centre.h"
 #include "gui/shell/frmDebug.h"
 #include "gui/shell/frmHelp.h"
 #include "gui/shell/frmMyMsgBox.h"
@@ -234,10 +235,7 @@ void frmMenu::Resize(int32_t height, int32_t width) {
   resize(std::min(ToPixels(width), area.width()), std::min(ToPixels(height), area.height()));
 }
 
-void frmMenu::CenterScreen() {
-  const QRect area = ScreenArea(this);
-  move(area.center() - QPoint(width() / 2, height() / 2));
-}
+void frmMenu::CenterScreen() { CentreWindow(*this); }
 
 void frmMenu::SetIcon(const std::string& path) {
   const QIcon icon(QString::fromStdString(path));
