@@ -1,5 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
 #include "gui/shell/GuiPrompter.h"
 
 namespace r6183::gui {
@@ -8,6 +14,58 @@ namespace {
 TEST(GuiPrompter, FiltersBecomeQtFilters) {
   EXPECT_EQ(GuiPrompter::QtFilter("Database Files (*.mdb)|*.mdb").toStdString(), "Database Files (*.mdb)");
   EXPECT_EQ(GuiPrompter::QtFilter("Text|*.txt|All (*.*)|*.*").toStdString(), "Text (*.txt);;All (*.*)");
+}
+
+// A real message box: its title, text, icon and buttons, and the answer of a key or a click.
+TEST(GuiPrompter, MessageBoxesShowTheToolsWordsAndAnswerWhatWasPressed) {
+  struct Case {
+    Buttons buttons;
+    Icon icon;
+    QMessageBox::Icon shownIcon;
+    std::vector<std::string> captions;
+    std::function<void(QMessageBox&)> press;
+    Answer answer;
+  };
+  auto click = [](const char* caption) {
+    return [caption](QMessageBox& box) {
+      for (QAbstractButton* b : box.buttons())
+        if (b->text() == caption) b->click();
+    };
+  };
+  auto key = [](Qt::Key k) { return [k](QMessageBox& box) { QTest::keyClick(&box, k); }; };
+  const Case cases[] = {
+      {Buttons::Ok, Icon::Information, QMessageBox::Information, {"OK"}, key(Qt::Key_Return), Answer::Ok},
+      {Buttons::YesNo, Icon::Exclamation, QMessageBox::Warning, {"&Yes", "&No"}, click("&No"), Answer::No},
+      {Buttons::YesNo, Icon::None, QMessageBox::NoIcon, {"&Yes", "&No"}, key(Qt::Key_Return), Answer::Yes},
+      {Buttons::YesNoCancel, Icon::Exclamation, QMessageBox::Warning, {"&Yes", "&No", "Cancel"}, key(Qt::Key_Escape),
+       Answer::Cancel},
+      {Buttons::OkCancel, Icon::Question, QMessageBox::Question, {"OK", "Cancel"}, click("Cancel"), Answer::Cancel},
+  };
+  GuiPrompter prompter;
+  for (const auto& c : cases) {
+    std::string title, text;
+    QMessageBox::Icon icon{};
+    std::vector<std::string> captions;
+    QTimer::singleShot(0, [&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      title = box->windowTitle().toStdString();
+      text = box->text().toStdString();
+      icon = box->icon();
+      for (QAbstractButton* b : box->buttons()) captions.push_back(b->text().toStdString());
+      c.press(*box);
+    });
+    const Answer a = prompter.Message("Do you want to save changes to Untitled?", c.buttons, c.icon,
+                                      "Orvane R-6183 Programming Tool");
+    EXPECT_EQ(a, c.answer);
+    EXPECT_EQ(title, "Orvane R-6183 Programming Tool");
+    EXPECT_EQ(text, "Do you want to save changes to Untitled?");
+    EXPECT_EQ(icon, c.shownIcon);
+    std::sort(captions.begin(), captions.end());
+    auto expected = c.captions;
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(captions, expected);
+  }
 }
 
 }  // namespace
