@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -11,9 +13,15 @@
 namespace r6183::gui {
 namespace {
 
-TEST(GuiPrompter, FiltersBecomeQtFilters) {
+TEST(GuiPrompter, FiltersBecomeQtFiltersAndChoosersStartInAFolderOfTheOperators) {
   EXPECT_EQ(GuiPrompter::QtFilter("Database Files (*.mdb)|*.mdb").toStdString(), "Database Files (*.mdb)");
   EXPECT_EQ(GuiPrompter::QtFilter("Text|*.txt|All (*.*)|*.*").toStdString(), "Text (*.txt);;All (*.*)");
+  GuiPrompter p;
+  EXPECT_EQ(p.StartPath("/srv/sites/A.MDB").toStdString(), "/srv/sites/A.MDB");
+  const QFileInfo proposed(p.StartPath("Untitled.mdb"));
+  EXPECT_TRUE(proposed.isAbsolute());
+  EXPECT_EQ(proposed.fileName().toStdString(), "Untitled.mdb");
+  EXPECT_TRUE(proposed.dir().exists()) << proposed.absolutePath().toStdString();
 }
 
 // A real message box: its title, text, icon and buttons, and the answer of a key or a click.

@@ -1,7 +1,10 @@
 #include "gui/shell/GuiPrompter.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
@@ -80,20 +83,30 @@ QString GuiPrompter::QtFilter(const std::string& filter) {
   return out.join(";;");
 }
 
-std::optional<std::string> GuiPrompter::OpenFile(const FileChoice& choice) {
-  const QString path = QFileDialog::getOpenFileName(parent_, QString::fromStdString(choice.title),
-                                                    QString::fromStdString(choice.initialName), QtFilter(choice.filter));
+QString GuiPrompter::StartPath(const std::string& initialName) const {
+  const QString name = QString::fromStdString(initialName);
+  if (QFileInfo(name).isAbsolute()) return name;
+  QString dir = lastDir_;
+  if (dir.isEmpty()) dir = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  if (dir.isEmpty() || !QDir(dir).exists()) dir = QDir::homePath();
+  return name.isEmpty() ? dir : QDir(dir).filePath(name);
+}
+
+std::optional<std::string> GuiPrompter::Chosen(const QString& path) {
   if (path.isEmpty()) return std::nullopt;
+  lastDir_ = QFileInfo(path).absolutePath();
   return path.toStdString();
+}
+
+std::optional<std::string> GuiPrompter::OpenFile(const FileChoice& choice) {
+  return Chosen(QFileDialog::getOpenFileName(parent_, QString::fromStdString(choice.title),
+                                             StartPath(choice.initialName), QtFilter(choice.filter)));
 }
 
 std::optional<std::string> GuiPrompter::SaveFile(const FileChoice& choice) {
   const QFileDialog::Options options = choice.confirmOverwrite ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite;
-  const QString path = QFileDialog::getSaveFileName(parent_, QString::fromStdString(choice.title),
-                                                    QString::fromStdString(choice.initialName), QtFilter(choice.filter),
-                                                    nullptr, options);
-  if (path.isEmpty()) return std::nullopt;
-  return path.toStdString();
+  return Chosen(QFileDialog::getSaveFileName(parent_, QString::fromStdString(choice.title),
+                                             StartPath(choice.initialName), QtFilter(choice.filter), nullptr, options));
 }
 
 }  // namespace r6183::gui

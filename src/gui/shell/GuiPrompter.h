@@ -17,9 +17,15 @@ class GuiPrompter : public Prompter {
 
   // "Database Files (*.mdb)|*.mdb" -> "Database Files (*.mdb)"
   static QString QtFilter(const std::string& filter);
+  // Where a chooser starts: a proposed name without a folder goes in the folder of the
+  // last choice, or the operator's documents folder.
+  QString StartPath(const std::string& initialName) const;
 
  private:
+  std::optional<std::string> Chosen(const QString& path);
+
   QPointer<QWidget> parent_;
+  QString lastDir_;
 };
 
 }  // namespace r6183::gui
