@@ -53,8 +53,8 @@ int main(int argc, char** argv) {
   Session session(dir, prompter, clock, [] { QCoreApplication::processEvents(); });
   // the port of the settings, mapped to its device when the line is opened
   ModComm comm(session, [&session](int16_t port) -> std::unique_ptr<SerialLine> {
-    const auto ports = MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts());
-    return std::make_unique<PosixSerialLine>(DeviceForPort(ports, std::to_string(port)));
+    return std::make_unique<PosixSerialLine>(
+        DeviceForPort(session.journal(), session.state.SettingsPath, std::to_string(port)));
   });
   InstanceLock instance(dir.DirString());
   gui::frmMenu main(session, comm, instance);

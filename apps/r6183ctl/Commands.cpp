@@ -60,7 +60,7 @@ bool WriteWhole(const std::string& source, const std::string& file) {
 // The line of a port number 1 to 16 or a device path; empty with a message when none.
 std::string DeviceOf(Session& session, const std::string& port) {
   try {
-    return DeviceForPort(MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()), port);
+    return DeviceForPort(session.journal(), session.state.SettingsPath, port);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: port " << port << ": " << e.what() << '\n';
     return {};

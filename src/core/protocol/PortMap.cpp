@@ -155,4 +155,8 @@ std::string DeviceForPort(const std::vector<PortInfo>& ports, const std::string&
   throw RuntimeError(err::BadFileNameOrNumber, "port " + text + " has no device");
 }
 
+std::string DeviceForPort(Journal& journal, const std::string& settingsPath, const std::string& port) {
+  return DeviceForPort(MapPorts(journal, settingsPath, DiscoverPorts()), port);
+}
+
 }  // namespace r6183

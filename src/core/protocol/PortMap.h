@@ -43,5 +43,7 @@ std::string DescribeUsb(const std::string& manufacturer, const std::string& prod
 // The device of a port given as a number 1 to 16, or a device path ("/dev/ttyS0") as
 // is. Raises RuntimeError(BadFileNameOrNumber) for other text or a number with no device.
 std::string DeviceForPort(const std::vector<PortInfo>& ports, const std::string& port);
+// The same, over the ports of the settings file and of this machine as they are now.
+std::string DeviceForPort(Journal& journal, const std::string& settingsPath, const std::string& port);
 
 }  // namespace r6183

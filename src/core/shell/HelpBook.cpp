@@ -23,6 +23,4 @@ std::string HelpBookPath(const Session& session) {
   return session.appDir().PathOf(kIndex);
 }
 
-bool HelpAvailable(const Session& session) { return !HelpBookPath(session).empty(); }
-
 }  // namespace r6183

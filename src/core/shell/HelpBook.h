@@ -11,6 +11,5 @@ class Session;
 // The path of help/index.html when the product has a help file of either form and the
 // book is installed; empty otherwise.
 std::string HelpBookPath(const Session& session);
-bool HelpAvailable(const Session& session);
 
 }  // namespace r6183

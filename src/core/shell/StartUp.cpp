@@ -4,7 +4,6 @@
 #include "protocol/ModComm.h"
 #include "shell/ErrorsMaintenance.h"
 #include "shell/FileOps.h"
-#include "shell/HelpBook.h"
 #include "shell/InstanceLock.h"
 #include "shell/MainMenu.h"
 #include "shell/ProductIdentity.h"
@@ -51,12 +50,8 @@ bool MDIForm_Load(Session& s, MainWindowHost& host, InstanceLock& instance) {
   host.SetHourglass(true);
   host.ShowSplash();
   host.SetHourglass(false);
+  // the help file needs no setting up: the help command finds the book when asked
   if (!Initialize(s)) return false;
-  step(s.journal(), kLoad, [&] {
-    // both help file names lead to the help book shipped beside the program
-    const std::string book = HelpBookPath(s);
-    if (!book.empty()) host.SetHelpFile(book);
-  });
 
   if (!instance.Acquire()) {
     s.Message("'" + s.product.ProductTitle + "' is already running.", Buttons::Ok, Icon::Exclamation);

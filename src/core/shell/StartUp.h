@@ -28,7 +28,6 @@ class MainWindowHost {
   virtual void SetIcon(const std::string& path) = 0;
   virtual void SetHourglass(bool on) = 0;
   virtual void ShowSplash() = 0;  // returns when the splash window has gone
-  virtual void SetHelpFile(const std::string& path) = 0;
 };
 
 // The modem calls of shutdown: release the line, and the Modem Release command.

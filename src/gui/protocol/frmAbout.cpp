@@ -65,7 +65,8 @@ frmAbout::frmAbout(Session& session, ModComm& comm, ProgressWindow& progress, QW
   layout->addWidget(flexAbout_);
   layout->addLayout(buttons);
 
-  form_.Load();
+  form_.FollowVisibility();
+  form_.Load();  // while it asks the unit, before it shows
   Form_Load(comm, progress);
   cmdOk_->setFocus();
 }
@@ -115,11 +116,6 @@ void frmAbout::FillGrid(const RevisionLines& lines) {
   const int frame = 2 * flexAbout_->frameWidth();
   flexAbout_->setFixedHeight(flexAbout_->rowCount() * flexAbout_->verticalHeader()->defaultSectionSize() + frame);
   flexAbout_->setMinimumWidth(flexAbout_->columnWidth(0) + flexAbout_->columnWidth(1) + frame);
-}
-
-void frmAbout::done(int result) {
-  form_.Leave();
-  QDialog::done(result);
 }
 
 void mnuHelpAbout_Click(Session& session, ModComm& comm, ProgressWindow& progress, QWidget* parent) {

@@ -27,7 +27,6 @@ class frmAbout : public QDialog {
   frmAbout(Session& session, ModComm& comm, ProgressWindow& progress, QWidget* parent = nullptr);
 
  protected:
-  void done(int result) override;
 
  private:
   void Form_Load(ModComm& comm, ProgressWindow& progress);

@@ -88,6 +88,7 @@ frmDate::frmDate(Session& session, ModComm& comm, QWidget* parent)
                       time_.boxes[2], daylight_,      cmdOk_,         cmdCancel_};
   for (std::size_t i = 1; i < std::size(order); ++i) setTabOrder(order[i - 1], order[i]);
 
+  form_.FollowVisibility();
   form_.Load();
   Form_Load();
 }
@@ -173,11 +174,6 @@ void frmDate::Form_Load() {
 void frmDate::showEvent(QShowEvent* e) {
   QDialog::showEvent(e);
   date_.boxes[0]->setFocus();
-}
-
-void frmDate::done(int result) {
-  form_.Leave();
-  QDialog::done(result);
 }
 
 void frmDate::SetSpin(Group& g, int value) {

@@ -31,7 +31,6 @@ class frmDate : public QDialog {
 
  protected:
   void showEvent(QShowEvent* e) override;
-  void done(int result) override;
 
  private:
   // One group of three boxes and their spin bar: the date or the time.

@@ -1,13 +1,41 @@
 #include "gui/shell/FormLink.h"
 
+#include <QEvent>
+
 #include "shell/Session.h"
 
 namespace r6183::gui {
 
+namespace {
+class VisibilityFollower : public QObject {
+ public:
+  explicit VisibilityFollower(FormLink& link) : link_(link) {}
+  bool eventFilter(QObject*, QEvent* e) override {
+    if (!e->spontaneous()) {
+      if (e->type() == QEvent::Show) link_.Load();
+      else if (e->type() == QEvent::Hide) link_.Leave();
+    }
+    return false;
+  }
+
+ private:
+  FormLink& link_;
+};
+}  // namespace
+
 FormLink::FormLink(Session& session, QWidget& window, std::string name)
     : session_(session), window_(window), name_(std::move(name)) {}
 
-FormLink::~FormLink() { Leave(); }
+FormLink::~FormLink() {
+  if (follower_) window_.removeEventFilter(follower_.get());
+  Leave();
+}
+
+void FormLink::FollowVisibility() {
+  if (follower_) return;
+  follower_ = std::make_unique<VisibilityFollower>(*this);
+  window_.installEventFilter(follower_.get());
+}
 
 void FormLink::Load() {
   if (loaded_) return;

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -26,6 +27,9 @@ class FormLink : public Form {
   void Load();   // appended to the loaded windows, once
   void Leave();  // taken out again
   bool Loaded() const { return loaded_; }
+  // Loaded while the window is shown: from its showing to its closing (or hiding), a
+  // minimised window staying loaded.
+  void FollowVisibility();
 
   std::string Name() const override { return name_; }
   std::string Caption() const override;
@@ -45,6 +49,7 @@ class FormLink : public Form {
   QWidget& window_;
   std::string name_;
   bool loaded_ = false;
+  std::unique_ptr<QObject> follower_;
 };
 
 }  // namespace r6183::gui

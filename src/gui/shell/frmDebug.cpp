@@ -62,6 +62,7 @@ frmDebug::frmDebug(Session& session, QWidget* parent)
   layout->addWidget(grid1_, 1);
   layout->addLayout(buttons);
   resize(720, 420);
+  form_.FollowVisibility();
 }
 
 void frmDebug::LoadGrid() {
@@ -95,7 +96,6 @@ void frmDebug::cmdClear_Click() {
 }
 
 void frmDebug::showEvent(QShowEvent* event) {
-  form_.Load();
   // a window restored from the task bar keeps what it shows
   if (!event->spontaneous()) quietly([&] {
     if (isWindow()) CentreWindow(*this);
@@ -104,11 +104,6 @@ void frmDebug::showEvent(QShowEvent* event) {
     chkAT_->setChecked(session_.state.TraceAT != 0);
   });
   QWidget::showEvent(event);
-}
-
-void frmDebug::closeEvent(QCloseEvent* event) {
-  form_.Leave();
-  QWidget::closeEvent(event);
 }
 
 }  // namespace r6183::gui

@@ -20,7 +20,6 @@ class frmDebug : public QWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
 
  private:
   Session& session_;

@@ -3,12 +3,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QIcon>
 #include <QKeySequence>
 #include <QMdiArea>
 #include <QMenuBar>
-#include <QScreen>
 
 #include "database/DocumentCommands.h"
 #include "gui/protocol/frmAbout.h"
@@ -31,11 +29,6 @@ namespace r6183::gui {
 
 namespace {
 constexpr int32_t kDesignHeight = 9000, kDesignWidth = 12000;  // 600 by 800
-
-QRect ScreenArea(const QWidget* w) {
-  const QScreen* screen = w->screen() ? w->screen() : QGuiApplication::primaryScreen();
-  return screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
-}
 
 QString Plain(const std::string& caption) {
   QString text = QString::fromStdString(caption);
@@ -166,30 +159,22 @@ void frmMenu::BindHandlers() {
     debug->activateWindow();
   };
 
-  // The programming windows. The window-opening guard holds for all but the clocks.
-  const std::pair<const char*, const char*> editors[] = {
-      {"mnuSched1", "Schedule 1"}, {"mnuSched2", "Schedule 2"}, {"mnuSched3", "Schedule 3"},
-      {"mnuSched4", "Schedule 4"}, {"mnuSched5", "Schedule 5"}, {"mnuSched6", "Schedule 6"},
-      {"mnuArchNum", "ArchNumber / CLID"}, {"mnuClassService", "Class Of Service"},
-      {"mnuPageGroup", "Custom Page Groups"}, {"mnuBGM", "Audio Connections"}, {"mnuSysOpt", "System"},
-      {"mnuConfig", "Configuration"}};
-  for (const auto& [name, caption] : editors) {
-    const std::string n = name, c = caption;
-    h[n] = [this, n, c] { OpenWindow(n, c, true); };
-  }
-  h["mnuClocks"] = [this] { OpenWindow("mnuClocks", "Clocks", false); };
+  // Windows still to come. The window-opening guard holds for the programming windows but
+  // the clocks.
+  for (const char* name : {"mnuSched1", "mnuSched2", "mnuSched3", "mnuSched4", "mnuSched5", "mnuSched6",
+                           "mnuArchNum", "mnuClassService", "mnuPageGroup", "mnuBGM", "mnuSysOpt", "mnuConfig"})
+    h[name] = [this, n = std::string(name)] { NotYetBuilt(n, true); };
+  for (const char* name : {"mnuClocks", "mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect",
+                           "mnuManualConnect", "mnuModemRelease"})
+    h[name] = [this, n = std::string(name)] { NotYetBuilt(n, false); };
   h["mnuAllSched"] = [this] {
     for (int i = 6; i >= 1; --i) Click("mnuSched" + std::to_string(i));
   };
-  for (const char* name : {"mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect", "mnuManualConnect",
-                           "mnuModemRelease"}) {
-    const std::string n = name;
-    h[n] = [this, n] { OpenWindow(n, Plain(session_.menu.Item(n).caption).toStdString(), false); };
-  }
 }
 
-void frmMenu::OpenWindow(const std::string&, const std::string& caption, bool guarded) {
+void frmMenu::NotYetBuilt(const std::string& item, bool guarded) {
   if (guarded && WindowOpenBlocked(session_)) return;
+  const std::string caption = Plain(session_.menu.Item(item).caption).toStdString();
   session_.Message("\"" + caption + "\" is not part of this version of the " + session_.product.ProductTitle + ".",
                    Buttons::Ok, Icon::Information);
 }
@@ -224,14 +209,14 @@ bool frmMenu::MDIForm_Load() { return r6183::MDIForm_Load(session_, *this, insta
 
 int32_t frmMenu::DesignHeight() const { return kDesignHeight; }
 int32_t frmMenu::DesignWidth() const { return kDesignWidth; }
-int32_t frmMenu::ScreenHeight() const { return ToTwips(ScreenArea(this).height()); }
-int32_t frmMenu::ScreenWidth() const { return ToTwips(ScreenArea(this).width()); }
+int32_t frmMenu::ScreenHeight() const { return ToTwips(ScreenArea(*this).height()); }
+int32_t frmMenu::ScreenWidth() const { return ToTwips(ScreenArea(*this).width()); }
 int32_t frmMenu::Height() const { return ToTwips(height()); }
 int32_t frmMenu::Width() const { return ToTwips(width()); }
 void frmMenu::Maximise() { setWindowState(windowState() | Qt::WindowMaximized); }
 
 void frmMenu::Resize(int32_t height, int32_t width) {
-  const QRect area = ScreenArea(this);
+  const QRect area = ScreenArea(*this);
   resize(std::min(ToPixels(width), area.width()), std::min(ToPixels(height), area.height()));
 }
 
@@ -262,7 +247,7 @@ void frmMenu::ShowSplash() {
 // --- the windows core asks for
 
 void frmMenu::ShowModal(const std::string& name) {
-  if (name == "frmConfig") OpenWindow("mnuConfig", "Configuration", false);
+  if (name == "frmConfig") NotYetBuilt("mnuConfig", false);
 }
 
 void frmMenu::Show(const std::string& name) {

@@ -44,8 +44,6 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   void Click(const std::string& name);
   // A quick-menu entry: "Schedule 1" ... "All".
   void QuickMenu(const std::string& entry);
-  // The help file chosen at start-up, if any.
-  const std::string& helpFile() const { return helpFile_; }
   int splashesShown() const { return splashes_; }
 
   // MainWindowHost
@@ -61,16 +59,12 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   void SetIcon(const std::string& path) override;
   void SetHourglass(bool on) override;
   void ShowSplash() override;
-  void SetHelpFile(const std::string& path) override { helpFile_ = path; }
 
   // WindowOpener
   void ShowModal(const std::string& name) override;
   void Show(const std::string& name) override;
   void EnableMain(bool on) override;
   void ShowLogNotice(const std::string& text, const std::string& logFile) override;
-
-  // The window-opening commands that other windows use.
-  std::map<std::string, std::function<void()>>& handlers() { return handlers_; }
 
  protected:
   void closeEvent(QCloseEvent* e) override;
@@ -81,7 +75,8 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   void BuildMenus();
   void Mirror(const std::string& name);
   void BindHandlers();
-  void OpenWindow(const std::string& name, const std::string& caption, bool guarded);
+  // The notice of a menu item whose window is not built yet.
+  void NotYetBuilt(const std::string& item, bool guarded);
   void KeepProgressInView();
   void mnuSwitchBoard_Click();
   void mnuExit_Click();
@@ -98,7 +93,6 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   std::map<std::string, QMenu*> menus_;
   std::map<std::string, std::function<void()>> handlers_;
   ModemRelease modem_;
-  std::string helpFile_;
   int hourglass_ = 0;
   int splashes_ = 0;
   bool unloaded_ = false;

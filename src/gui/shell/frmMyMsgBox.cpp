@@ -40,6 +40,7 @@ frmMyMsgBox::frmMyMsgBox(Session& session, QWidget* parent)
     : QDialog(parent), session_(session), form_(session, *this, "frmMyMsgBox"), lbl1_(new QLabel(this)) {
   setObjectName("frmMyMsgBox");
   setWindowTitle("Warning");
+  form_.FollowVisibility();
 
   auto* icon = new QLabel(this);
   icon->setObjectName("imgIcon");
@@ -105,21 +106,9 @@ frmNotePad* frmMyMsgBox::cmdDisplay_Click() {
 }
 
 void frmMyMsgBox::showEvent(QShowEvent* event) {
-  form_.Load();
   adjustSize();
   CentreWindow(*this, parentWidget());
   QDialog::showEvent(event);
-}
-
-void frmMyMsgBox::closeEvent(QCloseEvent* event) {
-  form_.Leave();
-  QDialog::closeEvent(event);
-}
-
-// Escape and accept/reject close without a close event.
-void frmMyMsgBox::done(int result) {
-  form_.Leave();
-  QDialog::done(result);
 }
 
 }  // namespace r6183::gui

@@ -32,8 +32,6 @@ class frmMyMsgBox : public QDialog {
 
  protected:
   void showEvent(QShowEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
-  void done(int result) override;
 
  private:
   Session& session_;

@@ -16,16 +16,7 @@ frmNotePad::frmNotePad(Session& session, QWidget* parent)
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(text1_);
   resize(640, 480);
-}
-
-void frmNotePad::showEvent(QShowEvent* event) {
-  form_.Load();
-  QWidget::showEvent(event);
-}
-
-void frmNotePad::closeEvent(QCloseEvent* event) {
-  form_.Leave();
-  QWidget::closeEvent(event);
+  form_.FollowVisibility();
 }
 
 }  // namespace r6183::gui

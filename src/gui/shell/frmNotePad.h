@@ -14,10 +14,6 @@ class frmNotePad : public QWidget {
 
   QPlainTextEdit* Text1() const { return text1_; }
 
- protected:
-  void showEvent(QShowEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
-
  private:
   FormLink form_;
   QPlainTextEdit* text1_;

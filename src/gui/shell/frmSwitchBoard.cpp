@@ -1,14 +1,13 @@
 #include "gui/shell/frmSwitchBoard.h"
 
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPushButton>
-#include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "gui/shell/Centre.h"
 #include "gui/shell/Twips.h"
 #include "shell/Session.h"
 #include "shell/Settings.h"
@@ -41,23 +40,19 @@ frmSwitchBoard::frmSwitchBoard(Session& session, QWidget* mainWindow, QuickMenu 
   Timer1_->setObjectName("Timer1");
   Timer1_->setSingleShot(true);
   Timer1_->setInterval(100);
-  connect(Timer1_, &QTimer::timeout, this, [this] {
-    raise();
-  });
+  connect(Timer1_, &QTimer::timeout, this, [this] { raise(); });
   connect(cmdOpen_, &QPushButton::clicked, this, &frmSwitchBoard::OpenSelected);
   connect(cmdAll_, &QPushButton::clicked, this, [this] { quickMenu_("All"); });
-  connect(lstMenu_, &QListWidget::itemDoubleClicked, this, [this] { cmdOpen_->click(); });
+  // a double click or Enter on an entry presses Open (once: a double click also activates)
   connect(lstMenu_, &QListWidget::itemActivated, this, [this] { cmdOpen_->click(); });
 }
 
 void frmSwitchBoard::Form_Load() {
   form_.Load();
   getSwitchBoardValues(session_);
-  const QScreen* screen = main_ && main_->screen() ? main_->screen() : QGuiApplication::primaryScreen();
-  const QRect avail = screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768);
-  const TwipsRect place =
-      SwitchBoardPlace(session_.state, ToTwips(avail.right() + 1), ToTwips(avail.bottom() + 1),
-                       main_ ? ToTwips(main_->frameGeometry()) : TwipsRect{0, 0, ToTwips(avail.width()), ToTwips(avail.height())});
+  const QRect avail = ScreenArea(*main_);
+  const TwipsRect place = SwitchBoardPlace(session_.state, ToTwips(avail.right() + 1), ToTwips(avail.bottom() + 1),
+                                           ToTwips(main_->frameGeometry()));
   resizing_ = true;
   setGeometry(ToPixels(place));
   resizing_ = false;

@@ -28,7 +28,7 @@ TEST(HelpBookTest, BothHelpFileFormsLeadToTheInstalledBook) {
     if (c.bookDir) fs::copy(StagedAppDir() / "help", ts.dir.path() / c.bookDir, fs::copy_options::recursive);
     ts->product.HelpFileName = c.helpFile;
     const std::string path = HelpBookPath(*ts);
-    EXPECT_EQ(HelpAvailable(*ts), c.found) << c.helpFile << " in " << (c.bookDir ? c.bookDir : "-");
+    EXPECT_EQ(!path.empty(), c.found) << c.helpFile << " in " << (c.bookDir ? c.bookDir : "-");
     if (c.found) {
       EXPECT_EQ(fs::path(path), ts.dir.path() / c.bookDir / "index.html");
     } else {

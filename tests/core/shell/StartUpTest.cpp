@@ -33,7 +33,6 @@ struct RecordingHost : MainWindowHost {
   void SetIcon(const std::string&) override { calls.push_back("icon"); }
   void SetHourglass(bool on) override { calls.push_back(on ? "hourglass" : "pointer"); }
   void ShowSplash() override { calls.push_back("splash"); }
-  void SetHelpFile(const std::string&) override { calls.push_back("help"); }
 };
 
 class StartUp : public ::testing::Test {
@@ -81,7 +80,7 @@ TEST_F(StartUp, ASecondInstanceShowsTheSplashThenStops) {
   ASSERT_TRUE(first.Acquire());
   EXPECT_FALSE(Load());
   EXPECT_EQ(host.calls, (std::vector<std::string>{"resize 9000x12000", "centre", "icon", "hourglass", "splash",
-                                                  "pointer", "help"}));
+                                                  "pointer"}));
   EXPECT_EQ(Texts(), std::vector<std::string>{"'Orvane R-6183 Programming Tool' is already running."});
   EXPECT_TRUE(t->menu.Enabled("mnuFileNew")) << "the menu was set up before the refusal";
 }
@@ -184,23 +183,24 @@ TEST(InstanceLock, HeldWhileTheOtherProcessRunsAndFreeWhenItIsKilled) {
 
 TEST(SwitchBoardPlace, OnTheScreenAsSavedWithinItsLimitsElseInsideTheMainWindow) {
   const TwipsRect main{1500, 3000, 12000, 9000};
-  struct Case {
-    TwipsRect saved;
-    TwipsRect placed;
-  };
-  const Case cases[] = {
-      {{0, 0, 0, 0}, {500, 500, 2670, 2500}},
-      {{1200, 2000, 4000, 3100}, {1200, 2000, 2670, 3100}},
-      {{1200, 14000, 2670, 3000}, {2600, 12210, 2670, 5200}},  // right edge beyond the screen
-      {{10000, 200, 2670, 3000}, {2600, 12210, 2670, 5200}},   // bottom edge beyond it
-  };
-  for (const auto& c : cases) {
+  auto place = [&](TwipsRect saved) {
     ProcessState st;
-    st.SwitchBoardTop = c.saved.top;
-    st.SwitchBoardLeft = c.saved.left;
-    st.SwitchBoardWidth = c.saved.width;
-    st.SwitchBoardHeight = c.saved.height;
-    EXPECT_EQ(SwitchBoardPlace(st, 15360, 11520, main), c.placed) << c.saved.left << "," << c.saved.top;
+    st.SwitchBoardTop = saved.top;
+    st.SwitchBoardLeft = saved.left;
+    st.SwitchBoardWidth = saved.width;
+    st.SwitchBoardHeight = saved.height;
+    return SwitchBoardPlace(st, 15360, 11520, main);
+  };
+  EXPECT_EQ(place({0, 0, 0, 0}), (TwipsRect{500, 500, 2670, 2500}));
+  EXPECT_EQ(place({1200, 2000, 4000, 3100}), (TwipsRect{1200, 2000, 2670, 3100}));
+  // a right or bottom edge beyond the screen: inside the main window, at the fixed width
+  for (const TwipsRect off : {TwipsRect{1200, 14000, 2670, 3000}, TwipsRect{10000, 200, 2670, 3000}}) {
+    const TwipsRect r = place(off);
+    EXPECT_EQ(r.width, 2670);
+    EXPECT_GE(r.height, 2500);
+    EXPECT_TRUE(r.left >= main.left && r.left + r.width <= main.left + main.width && r.top >= main.top &&
+                r.top + r.height <= main.top + main.height)
+        << r.left << "," << r.top << " " << r.width << "x" << r.height;
   }
   EXPECT_EQ(SwitchBoardResized({0, 0, 1000, 900}), (TwipsRect{0, 0, 2670, 2500}));
   ProcessState st;
