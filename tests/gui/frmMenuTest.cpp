@@ -128,6 +128,8 @@ TEST_F(MainWindow, ReceiveFromASilentUnitFails) {
   window->Click("mnuRx");
   EXPECT_EQ(LastText(), "Error receiving data");
   EXPECT_TRUE(t->state.CurrentFileName.empty());
+  EXPECT_EQ(test::Dump(t->state.WorkDbPath), test::Dump((test::StagedAppDir() / "DEFAULT").string()))
+      << "the work copy is the template, nothing of a half transfer";
   EXPECT_FALSE(window->progress().isVisible());
   EXPECT_TRUE(Enabled("mnuFileNew"));
 }

@@ -31,46 +31,6 @@ class DateTime : public ::testing::Test, public test::LinkedUnit {
   }
 };
 
-TEST_F(DateTime, AClockThatMakesNoSenseIsSetFromThePcAndReadAgain) {
-  unitSim->Options().faults.badClock = true;
-  const auto boxes = Run();
-  ASSERT_TRUE(boxes);
-  // the manual clock of the session stands at 11/06/2001 09:30
-  EXPECT_EQ(boxes->month + "/" + boxes->day + "/" + boxes->year, "11/06/01");
-  EXPECT_EQ(boxes->hour + ":" + boxes->minute, "09:30");
-  EXPECT_EQ(t->state.DateTimeActive, 0);
-  EXPECT_TRUE(t->menu.Enabled("mnuDate"));
-}
-
-TEST_F(DateTime, AUnitWithoutDaylightGetsNoUOnUpdate) {
-  unitSim->Options().daylightSupported = false;
-  auto boxes = Run();
-  ASSERT_TRUE(boxes);
-  EXPECT_EQ(t->state.DaylightSupported, 0);
-  boxes->day = TwoDigitBox("7");
-  EXPECT_TRUE(UpdateDateTime(*t, *comm, *boxes, true));
-  for (const auto& m : unitSim->Received()) EXPECT_NE(m[0], 'U') << m;
-  EXPECT_EQ(unitSim->UnitTime().day, 7);
-  EXPECT_TRUE(UpdateDateTime(*t, *comm, {"02", "29", "24", "13", "45", "00"}, false));
-  const LocalDateTime set = unitSim->UnitTime();
-  EXPECT_EQ((std::vector<int>{set.year, set.month, set.day, set.hour, set.minute}),
-            (std::vector<int>{2024, 2, 29, 13, 45}));
-  // and the next Date/Time reads it back
-  const auto again = Run();
-  ASSERT_TRUE(again);
-  EXPECT_EQ(again->month + "/" + again->day + "/" + again->year, "02/29/24");
-}
-
-TEST_F(DateTime, DaylightIsReadFromTheUnit) {
-  unitSim->Options().daylightOn = true;
-  ASSERT_TRUE(Run());
-  EXPECT_EQ(t->state.DaylightSupported, 1);
-  EXPECT_EQ(t->state.DaylightEnabled, 1);
-  // "Update" with the box cleared switches the unit's adjustment off
-  ASSERT_TRUE(UpdateDateTime(*t, *comm, BoxesOf(comm->msg_str), false));
-  EXPECT_FALSE(unitSim->DaylightOn());
-}
-
 TEST_F(DateTime, NoUnitIsRefusedWithItsText) {
   unitSim->Options().faults.silentAfter = 1;
   EXPECT_FALSE(Run());

@@ -36,14 +36,5 @@ TEST_F(ReceiveTransfer, TheUnitsProgrammingBecomesAnUntitledDocument) {
   EXPECT_EQ(rx.find("\r\nK"), std::string::npos);  // K, N and I never reach the data file
 }
 
-TEST_F(ReceiveTransfer, ASilentUnitLeavesTheTemplateAndTheOldName) {
-  t->state.CurrentFileName = "";
-  unitSim->Options().faults.silentAfter = 1;  // answers H, then nothing
-  mnuRx_Click(*t, *comm, progress);
-  EXPECT_EQ(t.prompter.Shown().back().text, "Error receiving data");
-  EXPECT_EQ(t->state.CurrentFileName, "");
-  EXPECT_EQ(Dump(t->state.WorkDbPath), Dump((test::StagedAppDir() / "DEFAULT").string()));
-}
-
 }  // namespace
 }  // namespace r6183

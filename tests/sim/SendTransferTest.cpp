@@ -61,12 +61,5 @@ TEST_F(SendToAnOldUnit, WarnsAndSendsNothingOnNo) {
   EXPECT_TRUE(t->menu.Enabled("mnuFile"));
 }
 
-TEST_F(SendTransfer, AUnitThatDoesNotAnswerSGetsNothing) {
-  unitSim->Options().faults.silentAfter = 1;  // answers H, then nothing
-  mnuSend_Click(*t, *comm, progress);
-  EXPECT_EQ(t.prompter.Shown().back().text, "Error sending data to R-6183.");
-  EXPECT_EQ(Dump(memory.Path().string()), Dump(document));
-}
-
 }  // namespace
 }  // namespace r6183
