@@ -28,7 +28,7 @@ SimProcess::SimProcess(const std::string& program, const std::vector<std::string
   ::close(pipeFds[1]);
   out_ = pipeFds[0];
   // the first line is the device path
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   std::string line;
   while (line.find('\n') == std::string::npos && std::chrono::steady_clock::now() < end) {
     pollfd p{out_, POLLIN, 0};
@@ -43,7 +43,7 @@ SimProcess::SimProcess(const std::string& program, const std::vector<std::string
 int SimProcess::Stop() {
   if (pid_ <= 0) return -1;
   ::kill(pid_, SIGTERM);
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   int status = 0;
   while (std::chrono::steady_clock::now() < end) {
     if (::waitpid(pid_, &status, WNOHANG) == pid_) {

@@ -115,7 +115,6 @@ TEST_F(JetSource, DamagedFilesRaiseOrReadWholeTables) {
       SCOPED_TRACE(mdb.filename().string() + ", copy " + std::to_string(i));
       WriteFile(path, copies[i]);
       HangGuard guard;
-      const auto start = std::chrono::steady_clock::now();
       std::unique_ptr<TableSource> src;
       if (const int16_t e = ErrorOf([&] { src = OpenJetSource(path); }); e || i < 2) {
         EXPECT_EQ(e, err::NotADatabase);
@@ -127,7 +126,6 @@ TEST_F(JetSource, DamagedFilesRaiseOrReadWholeTables) {
         EXPECT_TRUE(e ? e == err::NotADatabase : t.rows == intact->ReadTable(n).rows) << n << ", error " << e;
         ++(e ? raised : whole);
       }
-      EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
     }
   }
   EXPECT_GT(raised, 0);  // a damaged table raises from the read, not only from the opening

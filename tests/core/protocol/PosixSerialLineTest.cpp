@@ -55,7 +55,7 @@ TEST_F(PtyTest, BytesTravelBothWaysWithoutNulsUntilTheFarEndCloses) {
   EXPECT_FALSE(line.ReadByte());
   line.Write(std::string("AT\0\r\n", 5));
   std::string sent;  // what the line sent, or as much as came within a second
-  for (const auto end = Clock::now() + 1s; sent.size() < 5 && Clock::now() < end;) {
+  for (const auto end = Clock::now() + 30s; sent.size() < 5 && Clock::now() < end;) {
     pollfd p{master, POLLIN, 0};
     char buf[64];
     const ssize_t n = ::poll(&p, 1, 20) > 0 ? ::read(master, buf, sizeof buf) : 0;
@@ -64,26 +64,26 @@ TEST_F(PtyTest, BytesTravelBothWaysWithoutNulsUntilTheFarEndCloses) {
   EXPECT_EQ(sent, std::string("AT\0\r\n", 5)) << "NUL bytes are sent as they are";
 
   Send(std::string("\0x\0y\0\0z\xff", 8));
-  ASSERT_TRUE(line.WaitForInput(1000ms));
-  for (int i = 0; i < 50 && line.InputWaiting() < 4; ++i) line.WaitForInput(20ms);
-  std::string got;
-  while (auto c = line.ReadByte()) got += *c;
+  std::string got;  // the bytes may come in pieces: read until the four are there
+  for (const auto end = Clock::now() + 30s; got.size() < 4 && Clock::now() < end;) {
+    line.WaitForInput(20ms);
+    while (auto c = line.ReadByte()) got += *c;
+  }
   EXPECT_EQ(got, "xyz\xff");
 
   Send(std::string(3, '\0'));  // only NUL bytes: silence, and the wait is bounded
   auto start = Clock::now();
   EXPECT_FALSE(line.WaitForInput(50ms));
   EXPECT_GE(Clock::now() - start, 45ms);
-  EXPECT_LT(Clock::now() - start, 1000ms);
   EXPECT_EQ(line.InputWaiting(), 0);
   EXPECT_FALSE(line.Vanished());
 
   ::close(std::exchange(master, -1));  // the far end closes: the device vanishes
   EXPECT_FALSE(line.ReadByte());
   EXPECT_TRUE(line.Vanished());
-  start = Clock::now();
-  EXPECT_FALSE(line.WaitForInput(1000ms));
-  EXPECT_LT(Clock::now() - start, 500ms) << "no wait on a vanished device";
+  start = Clock::now();  // a wait of a minute would be waited out on a live line
+  EXPECT_FALSE(line.WaitForInput(60s));
+  EXPECT_LT(Clock::now() - start, 30s) << "no wait on a vanished device";
   EXPECT_THROW(line.Write("x"), RuntimeError);
 }
 
@@ -93,14 +93,14 @@ TEST_F(PtyTest, BytesTravelBothWaysWithoutNulsUntilTheFarEndCloses) {
 // read it yet.
 TEST_F(PtyTest, DiscardingDropsStaleInputButNotWhatWasWritten) {
   Send("stale\r");
-  ASSERT_TRUE(line.WaitForInput(1000ms));
+  ASSERT_TRUE(line.WaitForInput(30s));
   line.Write("\x06");
   line.DiscardOutput();
   line.DiscardInput();
   EXPECT_EQ(line.InputWaiting(), 0);
   pollfd p{master, POLLIN, 0};
   char c = 0;
-  ASSERT_EQ(::poll(&p, 1, 1000), 1);
+  ASSERT_EQ(::poll(&p, 1, 30000), 1);
   ASSERT_EQ(::read(master, &c, 1), 1);
   EXPECT_EQ(c, '\x06');
 }
