@@ -2,6 +2,8 @@
 // numbered and described stations, 256 events) against r6183-sim paced at 9600 baud on a
 // pseudo-terminal. Prints, for each, the time taken, the time its bytes need on the wire
 // at 9600 baud 8N1, and their ratio, with and without the command's fixed one-second wait.
+// Then the timeline of a frame of the Send: from the tool's write to the unit's ACK, and
+// from that ACK to the tool's next write, medians over the frames, beside the wire time.
 // Run: build/bench/bench_transfers
 #include <fcntl.h>
 #include <signal.h>
@@ -14,6 +16,8 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <algorithm>
+#include <vector>
 
 #include "BenchSession.h"
 #include "database/DocumentCommands.h"
@@ -29,7 +33,15 @@ namespace fs = std::filesystem;
 using namespace r6183;
 
 namespace {
-// The port, counting the bytes both ways.
+using clock = std::chrono::steady_clock;
+
+// One frame of the tool: when it was written, its size, when the answer came.
+struct FrameTimes {
+  clock::time_point written, answered;
+  std::size_t bytes = 0;
+};
+
+// The port, counting the bytes both ways and timing each frame the tool writes.
 class CountingLine final : public SerialLine {
  public:
   explicit CountingLine(std::string device) : line_(std::move(device)) {}
@@ -39,11 +51,13 @@ class CountingLine final : public SerialLine {
   void Write(std::string_view b) override {
     written += b.size();
     line_.Write(b);
+    if (b.size() > 1) frames.push_back({clock::now(), {}, b.size()});
   }
   int InputWaiting() override { return line_.InputWaiting(); }
   std::optional<char> ReadByte() override {
     auto c = line_.ReadByte();
     if (c) ++read;
+    if (c && !frames.empty() && frames.back().answered == clock::time_point{}) frames.back().answered = clock::now();
     return c;
   }
   bool WaitForInput(std::chrono::milliseconds t) override { return line_.WaitForInput(t); }
@@ -51,6 +65,7 @@ class CountingLine final : public SerialLine {
   void DiscardOutput() override { line_.DiscardOutput(); }
   void SetDTR(bool on) override { line_.SetDTR(on); }
   std::size_t written = 0, read = 0;
+  std::vector<FrameTimes> frames;
 
  private:
   PosixSerialLine line_;
@@ -83,6 +98,28 @@ void Report(const char* what, double seconds, std::size_t bytes) {
   std::printf("%-8s %6zu bytes  taken %6.2f s  wire %6.2f s  ratio %5.2f  | without the 1 s wait: %6.2f s  ratio %5.2f\n",
               what, bytes, seconds, wire, seconds / wire, seconds - 1.0, (seconds - 1.0) / wire);
 }
+
+double Median(std::vector<double> v) {
+  if (v.empty()) return 0.0;
+  std::nth_element(v.begin(), v.begin() + v.size() / 2, v.end());
+  return v[v.size() / 2];
+}
+
+// Medians over the frames of the longest kind (the stations' C frames on a Send).
+void Timeline(const std::vector<FrameTimes>& frames) {
+  std::size_t longest = 0;
+  for (const auto& f : frames) longest = std::max(longest, f.bytes);
+  std::vector<double> toAnswer, toNext;
+  for (std::size_t i = 0; i + 1 < frames.size(); ++i) {
+    if (frames[i].bytes != longest || frames[i].answered == clock::time_point{}) continue;
+    toAnswer.push_back(std::chrono::duration<double, std::milli>(frames[i].answered - frames[i].written).count());
+    toNext.push_back(std::chrono::duration<double, std::milli>(frames[i + 1].written - frames[i].answered).count());
+  }
+  const double wire = static_cast<double>(longest + 1) * 10.0 / 9.6;
+  std::printf("Frame of %zu bytes (%zu frames): write to answer %.2f ms, answer to next write %.2f ms; "
+              "wire time of frame and answer %.2f ms\n",
+              longest, toAnswer.size(), Median(toAnswer), Median(toNext), wire);
+}
 }  // namespace
 
 int main() {
@@ -108,13 +145,12 @@ int main() {
     line = l.get();
     return l;
   });
-  using clock = std::chrono::steady_clock;
-
   OpenDatabase(s, site);
   auto t0 = clock::now();
   mnuSend_Click(s, comm, quiet);
   const double send = std::chrono::duration<double>(clock::now() - t0).count();
   const std::size_t sendBytes = line ? line->written + line->read : 0;
+  const std::vector<FrameTimes> sendFrames = line ? line->frames : std::vector<FrameTimes>{};
   std::printf("Send:    %s\n", b.prompter.Shown().back().text.c_str());
 
   b.prompter.QueueAnswer(Answer::No);
@@ -128,5 +164,6 @@ int main() {
 
   Report("Send", send, sendBytes);
   Report("Receive", receive, receiveBytes);
+  Timeline(sendFrames);
   return 0;
 }

@@ -11,7 +11,6 @@ namespace r6183::sim {
 namespace {
 constexpr int kMaxTries = 5;
 constexpr std::size_t kMaxLine = 256;  // a runaway line is cut here
-constexpr uint64_t kByteUs = 1042;     // 10 bits at 9600 baud
 
 std::time_t ToTimeT(const LocalDateTime& t) {
   std::tm tm{};
@@ -83,6 +82,7 @@ void SimulatedUnit::Poll() {
   if (tries_ > 0 && clock_.TickCount() - sentAt_ >= static_cast<uint32_t>(options_.ackWait.count()))
     OnAnswer('\0');  // no answer in time counts as a refusal
   if (tries_ == 0 && !outbox_.empty()) Transmit();
+  SettlePace();
 }
 
 void SimulatedUnit::HangUp() {
@@ -237,13 +237,12 @@ void SimulatedUnit::OnAnswer(char control) {
 }
 
 void SimulatedUnit::WriteRaw(const std::string& bytes) {
+  SettlePace();  // what was read before is on the wire until now: the answer follows it
   line_.Write(bytes);
   PaceBytes(bytes.size());
 }
 
-void SimulatedUnit::PaceBytes(std::size_t n) {
-  if (!options_.pace) return;
-  paceOwedUs_ += n * kByteUs;
+void SimulatedUnit::SettlePace() {
   const auto ms = static_cast<long long>(paceOwedUs_ / 1000);
   paceOwedUs_ %= 1000;
   if (ms > 0) clock_.Pause(std::chrono::milliseconds(ms));

@@ -108,7 +108,12 @@ class SimulatedUnit {
   void Transmit();
   void OnAnswer(char control);
   void WriteRaw(const std::string& bytes);
-  void PaceBytes(std::size_t n);
+  // Pacing: each byte that crosses the line owes its wire time; the debt is paid in one
+  // pause before the unit writes and at the end of a poll, not byte by byte, since every
+  // pause oversleeps a little and a per-byte pause adds that up on every frame.
+  void PaceBytes(std::size_t n) { if (options_.pace) paceOwedUs_ += n * kByteUs; }
+  void SettlePace();
+  static constexpr uint64_t kByteUs = 1042;  // 10 bits at 9600 baud
 
   SerialLine& line_;
   Clock& clock_;

@@ -161,12 +161,36 @@ TEST_F(SimTest, UnitRepeatsItsFrameUntilAcknowledgedFiveTimesAtMost) {
   }
 }
 
-TEST_F(SimTest, PacingTakesTheTimeOfTheBytesOnTheWire) {
-  for (bool pace : {false, true}) {
-    Start({.revisions = {}, .faults = {}, .pace = pace});
-    const uint32_t start = t.clock.TickCount();
-    Exchange("H048\r");  // 5 bytes in, ACK and a 19-byte J out: 25 bytes of 1.042 ms
-    EXPECT_EQ(t.clock.TickCount() - start, pace ? 26u : 0u);
+// Paced, the unit takes the wire time of what crosses the line, in a pause or two per frame:
+// each pause oversleeps a little, and one per byte made a Send a sixth slower than the wire.
+TEST(SimulatedUnitPacing, TakesTheWireTimeOfEachFrameInFewPauses) {
+  struct CountingClock final : Clock {
+    ManualClock inner;
+    int pauses = 0;
+    uint32_t TickCount() const override { return inner.TickCount(); }
+    LocalDateTime Now() const override { return inner.Now(); }
+    void Pause(std::chrono::milliseconds ms) override {
+      ++pauses;
+      inner.Advance(ms);
+    }
+  };
+  struct Case { bool pace; std::string in; uint32_t ms; int maxPauses; };
+  const Case cases[] = {
+      {false, "H048\r", 0, 0},
+      {true, "H048\r", 26, 3},  // 5 bytes in, ACK and a 19-byte J out: 25 bytes of 1.042 ms
+      {true, Frame("C" + std::string(21, '7')), 28, 2},  // 26 bytes in and the ACK
+  };
+  for (const auto& c : cases) {
+    CountingClock clock;
+    auto [tool, unit] = MemoryLine::Pair(clock.inner);
+    tool->Open({}, Handshake::None);
+    unit->Open({}, Handshake::None);
+    SimulatedUnit sim(*unit, clock, {.revisions = {}, .faults = {}, .pace = c.pace});
+    tool->Write(c.in);
+    sim.Poll();
+    EXPECT_EQ(unit->Written().substr(0, 1), kAckS) << c.in;
+    EXPECT_EQ(clock.inner.TickCount() - 1000, c.ms) << c.in;
+    EXPECT_LE(clock.pauses, c.maxPauses) << c.in;
   }
 }
 
