@@ -67,6 +67,11 @@ std::string DeviceOf(Session& session, const std::string& port) {
   }
 }
 
+// After a command on a port: why the port could not be opened, when it could not.
+void TellOpenFailure(const ModComm& comm, const std::string& port) {
+  if (!comm.OpenFailure().empty()) std::cerr << "r6183ctl: port " << port << ": " << comm.OpenFailure() << '\n';
+}
+
 std::string RevOf(const std::string& path) {
   try {
     Database db = Database::Open(path, {.readOnly = true});
@@ -187,6 +192,7 @@ int Revs(Session& session, const std::string& port) {
   }
   RevisionLines lines;
   GetRevs(session, comm, lines);
+  TellOpenFailure(comm, port);
   comm.logFile.Close();
   comm.Exit_Comm();
   for (const std::string& line : lines.Shown()) std::cout << line << '\n';
@@ -225,6 +231,7 @@ int Receive(Session& session, const std::string& out, const std::string& port, b
   ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
   PrintedProgress progress;
   mnuRx_Click(session, comm, progress);
+  TellOpenFailure(comm, port);
   comm.Exit_Comm();
   if (session.state.CurrentFileName != "Untitled") return 1;
 
@@ -248,6 +255,7 @@ int Send(Session& session, const std::string& file, const std::string& port) {
   ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
   PrintedProgress progress;
   mnuSend_Click(session, comm, progress);
+  TellOpenFailure(comm, port);
   comm.Exit_Comm();
   const auto* console = dynamic_cast<const ConsolePrompter*>(&session.prompter());
   return console && console->Last() == "Send data completed successfully." ? 0 : 1;
@@ -260,12 +268,14 @@ namespace r6183::ctl {
 int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst) {
   DateTimeBoxes wanted;
   if (!set.empty() && set != "now") {
-    if (!ValidMdyyDateTime(set) || set.size() != 17) {
-      std::cerr << "r6183ctl: --set wants \"mm/dd/yy hh:mm:ss\", got \"" << set << "\"\n";
+    const auto boxes = BoxesOfText(set);
+    if (!boxes) {
+      std::cerr << "r6183ctl: --set wants \"mm/dd/yy hh:mm:ss\" (month 01-12, day 01-31, hour 00-23, minute and "
+                   "second 00-59), got \""
+                << set << "\"\n";
       return 2;
     }
-    wanted = {set.substr(0, 2), set.substr(3, 2), set.substr(6, 2), set.substr(9, 2), set.substr(12, 2),
-              set.substr(15, 2)};
+    wanted = *boxes;
   }
   const std::string device = DeviceOf(session, port);
   if (device.empty()) return 2;
@@ -290,6 +300,7 @@ int DateTime(Session& session, const std::string& port, const std::string& set, 
     if (!st.DaylightSupported && !dst.empty()) std::cerr << "r6183ctl: the unit has no daylight-saving function\n";
     code = UpdateDateTime(session, comm, boxes, dst.empty() ? st.DaylightEnabled != 0 : dst == "on") ? 0 : 1;
   });
+  TellOpenFailure(comm, port);
   comm.Exit_Comm();
   return code;
 }

@@ -81,6 +81,15 @@ TEST(RevisionsOverAPty, CtlRevsOnAMappedPort) {
   EXPECT_NE(test::ReadFile(dir.path() / "log_file.txt").find("Valid :  J0205"), std::string::npos);
   EXPECT_EQ(sim.Stop(), 0);  // SIGTERM ends it cleanly, and its link goes with it
   EXPECT_FALSE(std::filesystem::is_symlink(link));
+
+  // once the unit is gone, the port can't be opened: the command says why, the journal
+  // keeps nothing of it (the tool's routine leaves that to its caller)
+  const auto journalled = test::JournalRows(dir.str("errors")).size();
+  EXPECT_EQ(WEXITSTATUS(std::system(cmd.c_str())), 1);
+  const std::string printed = test::ReadFile(out);
+  EXPECT_NE(printed.find("** Not Communicating **"), std::string::npos) << printed;
+  EXPECT_NE(printed.find("r6183ctl: port 3: "), std::string::npos) << printed;
+  EXPECT_EQ(test::JournalRows(dir.str("errors")).size(), journalled);
 }
 
 }  // namespace

@@ -253,6 +253,12 @@ TEST(TransfersOverAPty, DateTimeReadsAndSetsTheUnitsClock) {
     while (std::getline(rec, line)) letters += line.substr(0, 1);
     EXPECT_EQ(letters, std::string(c.sent) + "ZQ");
   }
+  // a day the month does not have goes to the unit as typed, as the window would send it
+  const std::string record = dir.str("record-0431.txt");
+  test::SimProcess sim(R6183_SIM_PATH, {"--record", record});
+  EXPECT_EQ(Ctl(dir, "datetime --port '" + sim.device() + "' --set '04/31/25 10:20:30'", printed), 0) << printed;
+  ASSERT_EQ(sim.Stop(), 0);
+  EXPECT_NE(test::ReadFile(record).find("T102030043125\n"), std::string::npos) << test::ReadFile(record);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include "gui/shell/GuiPrompter.h"
+#include "WhenModal.h"
 
 namespace r6183::gui {
 namespace {
@@ -54,20 +55,19 @@ TEST(GuiPrompter, MessageBoxesShowTheToolsWordsAndAnswerWhatWasPressed) {
     std::string title, text;
     QMessageBox::Icon icon{};
     std::vector<std::string> captions;
-    QTimer::singleShot(0, [&] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_NE(box, nullptr);
-      title = box->windowTitle().toStdString();
-      text = box->text().toStdString();
-      icon = box->icon();
-      for (QAbstractButton* b : box->buttons()) captions.push_back(b->text().toStdString());
-      c.press(*box);
+    test::WhenModal<QMessageBox>([&](QMessageBox& box) {
+      title = box.windowTitle().toStdString();
+      text = box.text().toStdString();
+      icon = box.icon();
+      for (QAbstractButton* b : box.buttons()) captions.push_back(b->text().toStdString());
+      c.press(box);
     });
-    const Answer a = prompter.Message("Do you want to save changes to Untitled?", c.buttons, c.icon,
+    // the system's texts end their lines in CR LF; the box shows plain line breaks
+    const Answer a = prompter.Message("Do you want to save changes\r\nto Untitled?", c.buttons, c.icon,
                                       "Orvane R-6183 Programming Tool");
     EXPECT_EQ(a, c.answer);
     EXPECT_EQ(title, "Orvane R-6183 Programming Tool");
-    EXPECT_EQ(text, "Do you want to save changes to Untitled?");
+    EXPECT_EQ(text, "Do you want to save changes\nto Untitled?");
     EXPECT_EQ(icon, c.shownIcon);
     std::sort(captions.begin(), captions.end());
     auto expected = c.captions;

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "gui/protocol/frmAbout.h"
+#include "WhenModal.h"
 #include "sim/LinkedUnit.h"
 
 namespace r6183::gui {
@@ -76,12 +77,10 @@ TEST_F(AboutWindow, ListsTheRevisionsOrSaysTheUnitIsNotThere) {
 
 TEST_F(AboutWindow, HelpAboutGatesTheMenusAndKeepsOutOfATransfer) {
   bool gated = false, listed = false;
-  QTimer::singleShot(0, [&] {
-    auto* w = qobject_cast<frmAbout*>(QApplication::activeModalWidget());
-    if (!w) return;
+  test::WhenModal<frmAbout>([&](frmAbout& w) {
     gated = !t->menu.Enabled("mnuHelp") && !t->menu.Enabled("mnuFile");
     listed = t->forms.Find("frmAbout") != nullptr;
-    w->findChild<QPushButton*>("cmdOk")->click();
+    w.findChild<QPushButton*>("cmdOk")->click();
   });
   mnuHelpAbout_Click(*t, *comm, plain, nullptr);
   EXPECT_TRUE(gated);

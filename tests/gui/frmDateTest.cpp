@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include "gui/protocol/frmDate.h"
+#include "WhenModal.h"
 #include "sim/LinkedUnit.h"
 
 namespace r6183::gui {
@@ -157,15 +158,13 @@ TEST_F(DateWindow, SpinBarsStepTheBoxInUseWithinItsRange) {
 TEST_F(DateWindow, CancelAndEscapeSendNothing) {
   for (const bool escape : {false, true}) {
     bool seen = false;
-    QTimer::singleShot(0, [&] {
-      auto* w = qobject_cast<frmDate*>(QApplication::activeModalWidget());
-      if (!w) return;
+    test::WhenModal<frmDate>([&](frmDate& w) {
       seen = t->forms.Find("frmDate") != nullptr;
-      QTest::keyClicks(Ctl(*w, "txtDate_0"), "0");
+      QTest::keyClicks(Ctl(w, "txtDate_0"), "0");
       if (escape)
-        QTest::keyClick(Ctl(*w, "txtDate_0"), Qt::Key_Escape);
+        QTest::keyClick(Ctl(w, "txtDate_0"), Qt::Key_Escape);
       else
-        Ctl<QPushButton>(*w, "cmdCancel")->click();
+        Ctl<QPushButton>(w, "cmdCancel")->click();
     });
     RunDateTimeCommand(*t, *comm, progress, nullptr);
     EXPECT_TRUE(seen);

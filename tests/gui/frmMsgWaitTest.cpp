@@ -4,6 +4,8 @@
 #include <QProgressBar>
 #include <QTest>
 
+#include <functional>
+
 #include "gui/protocol/frmMsgWait.h"
 #include "support/TestSupport.h"
 
@@ -43,6 +45,32 @@ TEST(frmMsgWait, ThreeFacesAndBackToProgressOnTheNextUse) {
   w.WhatToDisplay("Sending data...", "CLID", 30);
   EXPECT_EQ(Shown(w), "lbmsg lbmsg2 ssPanel1 lblPercent");
   w.Unload();
+}
+
+// Each use finds the window as designed, whatever the one before left: the caption a caller
+// gave it, the release face, or the plain face.
+TEST(frmMsgWait, EveryUseStartsWithTheDesignCaptionAndTheProgressFace) {
+  test::TestSession t;
+  frmMsgWait w(*t, nullptr);
+  const std::function<void()> before[] = {
+      [&] { w.ChangeCaption("Preparing to Communicate"); },
+      [&] { w.SetModemRelease(); },
+      [&] {
+        w.SetModemComm();
+        w.SetPlainText("Preparing to communicate with R-6183 system...");
+      },
+  };
+  for (const auto& use : before) {
+    w.Show();
+    use();
+    w.Unload();
+    w.Show();
+    EXPECT_EQ(w.windowTitle().toStdString(), "R-6183 Programming Tool");
+    w.WhatToDisplay("Receiving data...", "Stations", 40);
+    EXPECT_EQ(Shown(w), "lbmsg lbmsg2 ssPanel1 lblPercent");
+    EXPECT_EQ(w.findChild<QProgressBar*>("ssPanel1")->value(), 40);
+    w.Unload();
+  }
 }
 
 }  // namespace

@@ -21,6 +21,24 @@ TEST(DateTimeText, EveryTwoDigitYearPassesAndOnlyTheRestCanFail) {
   EXPECT_EQ(TwoDigitBox("7"), "07");
 }
 
+// Typed on the command line, the text is checked box by box as the window checks it: a
+// day that the month does not have still goes to the unit as it stands.
+TEST(DateTimeText, TypedTextIsCheckedBoxByBox) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"04/31/26 10:00:00", "04|31|26|10|00|00"}, {"02/29/25 23:59:59", "02|29|25|23|59|59"},
+      {"12/01/00 00:00:00", "12|01|00|00|00|00"}, {"13/01/26 10:00:00", ""}, {"00/10/26 10:00:00", ""},
+      {"12/32/26 10:00:00", ""}, {"12/00/26 10:00:00", ""}, {"12/01/26 24:00:00", ""}, {"12/01/26 10:60:00", ""},
+      {"1/5/26 10:00:00", ""}, {"12/01/26 10:00", ""}, {"12-01-26 10:00:00", ""}, {"1a/01/26 10:00:00", ""},
+      {"+1/01/26 10:00:00", ""}, {" 1/01/26 10:00:00", ""},
+  };
+  for (const auto& [text, boxes] : cases) {
+    const auto b = BoxesOfText(text);
+    const std::string got =
+        b ? b->month + "|" + b->day + "|" + b->year + "|" + b->hour + "|" + b->minute + "|" + b->second : "";
+    EXPECT_EQ(got, boxes) << text;
+  }
+}
+
 class DateTime : public ::testing::Test, public test::LinkedUnit {
  protected:
   // Runs the command; what the date window would show, or nothing when it did not open.

@@ -55,8 +55,8 @@ TEST_F(SendToAnOldUnit, WarnsAndSendsNothingOnNo) {
   t.prompter.QueueAnswer(Answer::No);
   mnuSend_Click(*t, *comm, progress);
   EXPECT_EQ(t.prompter.Shown().back().text,
-            "R-6183 System may not support all programmed features.\n\nUpgrade the R-6183 System Software to "
-            "prevent receiving\nthis message in the future.\n\nContinue? ");
+            "R-6183 System may not support all programmed features.\r\n\r\nUpgrade the R-6183 System Software to "
+            "prevent receiving\r\nthis message in the future.\r\n\r\nContinue? ");
   EXPECT_FALSE(std::filesystem::exists(t.dir.path() / "tx_data.txt"));
   EXPECT_TRUE(t->menu.Enabled("mnuFile"));
 }

@@ -56,6 +56,22 @@ bool BoxValid(const std::string& text, BoxRange range) {
 
 std::string TwoDigitBox(const std::string& text) { return InsLeftZeroToOne(text); }
 
+std::optional<DateTimeBoxes> BoxesOfText(const std::string& text) {
+  if (text.size() != 17 || text[2] != '/' || text[5] != '/' || text[8] != ' ' || text[11] != ':' || text[14] != ':')
+    return std::nullopt;
+  const DateTimeBoxes b{text.substr(0, 2),  text.substr(3, 2),  text.substr(6, 2),
+                        text.substr(9, 2), text.substr(12, 2), text.substr(15, 2)};
+  const std::string* date[] = {&b.month, &b.day, &b.year};
+  const std::string* time[] = {&b.hour, &b.minute, &b.second};
+  for (int i = 0; i < 3; ++i) {
+    for (const std::string* box : {date[i], time[i]})
+      if (!std::isdigit(static_cast<unsigned char>((*box)[0])) || !std::isdigit(static_cast<unsigned char>((*box)[1])))
+        return std::nullopt;
+    if (!BoxValid(*date[i], DateBoxRange(i)) || !BoxValid(*time[i], TimeBoxRange(i))) return std::nullopt;
+  }
+  return b;
+}
+
 bool ValidMdyyDateTime(const std::string& text) {
   // m/d/yy h:m:s, each part one or two digits (the year two)
   const auto space = text.find(' ');

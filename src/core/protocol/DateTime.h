@@ -2,6 +2,7 @@
 // The unit's date, time and daylight-saving switch: read live and set from the PC's
 // clock or from the date window's boxes.
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace r6183 {
@@ -25,6 +26,11 @@ BoxRange TimeBoxRange(int index);
 bool BoxValid(const std::string& text, BoxRange range);
 // The text a box shows when it loses the focus: a leading zero to two digits.
 std::string TwoDigitBox(const std::string& text);
+
+// The boxes of "mm/dd/yy hh:mm:ss", each two digits within its box's range; nothing
+// otherwise. As in the window, the check is box by box: 04/31 and 02/29 of any year pass
+// and go to the unit as they stand.
+std::optional<DateTimeBoxes> BoxesOfText(const std::string& text);
 
 // True when "m/d/yy h:m:s" is a real date and time; every two-digit year passes.
 bool ValidMdyyDateTime(const std::string& text);

@@ -74,13 +74,12 @@ bool ModComm::Init_Comm(int16_t handshaking) {
     if (!line_) throw RuntimeError(err::BadFileNameOrNumber, "no device for port " + std::to_string(s_.state.ComPortNumber));
     line_->Open(settings, static_cast<Handshake>(handshaking));
     line_->DiscardInput();
-    // a modem wants DTR; a pseudo-terminal has no such line, which is only journalled
-    step(s_.journal(), In("Init_Comm"), [&] { line_->SetDTR(true); });
+    // a modem wants DTR; a pseudo-terminal has no such line, and that is no failure
+    quietly([&] { line_->SetDTR(true); });
+    openFailure_.clear();
     return true;
   } catch (...) {
-    // the caller tells the operator; the journal keeps the reason (a busy port, a missing
-    // device, a group that grants access)
-    s_.journal().Log(DescribeCurrentException(), In("Init_Comm"));
+    openFailure_ = DescribeCurrentException().description;
     line_.reset();
     return false;
   }

@@ -58,7 +58,12 @@ class ModComm {
   TransferFile dataFile;
   TransferFile logFile;
 
+  // Opens the port if it is closed. A failure is reported to nobody: the caller decides
+  // what to say, and may use OpenFailure() for the reason.
   bool Init_Comm(int16_t handshaking);
+  // Why the last Init_Comm could not open the port (a busy port, a missing device, the
+  // group that grants access); empty once a port is open.
+  const std::string& OpenFailure() const { return openFailure_; }
   void Exit_Comm();
   bool PortOpen() const { return line_ && line_->IsOpen(); }
   SerialLine* Line() { return line_.get(); }
@@ -82,6 +87,7 @@ class ModComm {
   Session& s_;
   LineFactory factory_;
   std::unique_ptr<SerialLine> line_;
+  std::string openFailure_;
 };
 
 }  // namespace r6183

@@ -11,11 +11,11 @@ namespace {
 
 std::string Line(const char* label, const std::string& value) { return std::string(label) + "\t" + value; }
 
-// "0231" -> "Rev 2.31", "1105" -> "Rev 11.05"
+// "0231" -> "Rev 2.31", "1105" -> "Rev 11.05"; a short field shows what there is
 std::string RevisionField(const std::string& digits) {
-  std::string major = digits.substr(0, 2);
-  if (major[0] == '0') major.erase(0, 1);
-  return "Rev " + major + "." + digits.substr(2, 2);
+  std::string major = MidChars(digits, 1, 2);
+  if (!major.empty() && major[0] == '0') major.erase(0, 1);
+  return "Rev " + major + "." + MidChars(digits, 3, 2);
 }
 
 }  // namespace
@@ -44,9 +44,8 @@ void GetRevs(Session& s, ModComm& comm, RevisionLines& lines) {
         outcome = comm.NoResponseFlag ? Outcome::Unknown : Outcome::Pre;
       } else {
         comm.ExceptionsFlag = false;
-        outcome = comm.Receive_Msg(false) && comm.msg_str.size() == 15 && comm.msg_str[0] == 'J'
-                      ? Outcome::Good
-                      : Outcome::Pre;
+        // any valid answer is read as the revisions, at their places
+        outcome = comm.Receive_Msg(false) ? Outcome::Good : Outcome::Pre;
       }
     }
 
@@ -57,11 +56,13 @@ void GetRevs(Session& s, ModComm& comm, RevisionLines& lines) {
     switch (outcome) {
       case Outcome::Good: {
         const std::string& m = comm.msg_str;
-        lines.RevLineSecond = Line("Second CPU: ", RevisionField(m.substr(1, 4)));
-        lines.RevLineMain = Line("Main CPU: ", RevisionField(m.substr(5, 4)));
-        if (m.substr(9, 4) != "0000") lines.RevLineThird = Line("Third CPU: ", RevisionField(m.substr(9, 4)));
-        if (m[13] == '1' || m[13] == '2') lines.RevLineCard1 = Line("First Option Card: ", std::string("Type ") + m[13]);
-        if (m[14] == '1') lines.RevLineCard2 = Line("Second Option Card: ", "Type CLOCK");
+        lines.RevLineSecond = Line("Second CPU: ", RevisionField(MidChars(m, 2, 4)));
+        lines.RevLineMain = Line("Main CPU: ", RevisionField(MidChars(m, 6, 4)));
+        if (const std::string third = MidChars(m, 10, 4); third != "0000")
+          lines.RevLineThird = Line("Third CPU: ", RevisionField(third));
+        if (const std::string card = MidChars(m, 14, 1); card == "1" || card == "2")
+          lines.RevLineCard1 = Line("First Option Card: ", "Type " + card);
+        if (MidChars(m, 15, 1) == "1") lines.RevLineCard2 = Line("Second Option Card: ", "Type CLOCK");
         break;
       }
       case Outcome::Pre:

@@ -113,9 +113,9 @@ void mnuSend_Click(Session& s, ModComm& comm, ProgressWindow& w) {
     GetRevs(s, comm, lines);
     if (!comm.NoResponseFlag && UnitRevisionText(comm, lines, true) < s.state.ProgramDbRevisionShort) {
       const std::string& model = s.product.ProductModel;
-      const Answer a = s.Message(model + " System may not support all programmed features.\n\n" + "Upgrade the " +
-                                     model + " System Software to prevent receiving\nthis message in the future.\n\n" +
-                                     "Continue? ",
+      const Answer a = s.Message(model + " System may not support all programmed features.\r\n\r\n" +
+                                     "Upgrade the " + model + " System Software to prevent receiving\r\n" +
+                                     "this message in the future.\r\n\r\nContinue? ",
                                  Buttons::YesNo);
       if (a != Answer::Yes) {
         InableAllRootMenus(s);

@@ -26,7 +26,6 @@ frmMsgWait::frmMsgWait(Session& session, QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowStaysOnTopHint),
       form_(session, *this, "frmMsgWait") {
   setObjectName("frmMsgWait");
-  setWindowTitle("R-6183 Programming Tool");
   setModal(false);
   auto* layout = new QVBoxLayout(this);
   lbmsg_ = Label(this, "lbmsg");
@@ -40,9 +39,17 @@ frmMsgWait::frmMsgWait(Session& session, QWidget* parent)
   lbl4_ = Label(this, "lbl4");
   for (QWidget* w : std::initializer_list<QWidget*>{lbmsg_, lbmsg2_, ssPanel1_, lblPercent_, lbmsg3_, lbl4_})
     layout->addWidget(w);
+  setMinimumWidth(380);
+  AsDesigned();
+}
+
+void frmMsgWait::AsDesigned() {
+  setWindowTitle(kDesignCaption);
+  for (QLabel* l : {lbmsg_, lbmsg2_, lblPercent_, lbmsg3_, lbl4_}) l->clear();
+  ssPanel1_->setValue(0);
+  for (QWidget* w : std::initializer_list<QWidget*>{lbmsg_, lbmsg2_, ssPanel1_, lblPercent_}) w->show();
   lbmsg3_->hide();
   lbl4_->hide();
-  setMinimumWidth(380);
 }
 
 void frmMsgWait::Show() {
@@ -55,14 +62,10 @@ void frmMsgWait::Show() {
 }
 
 void frmMsgWait::Unload() {
-  // the next use finds the window as designed
-  if (!lbmsg3_->isHidden()) {
-    lbmsg_->show();
-    lbmsg2_->show();
-    ssPanel1_->show();
-    lbmsg3_->hide();
-  }
+  // the window is kept, not destroyed: the next use must find it as a fresh load would, with
+  // its design caption and the progress face, whatever the last caller made of it
   hide();
+  AsDesigned();
   form_.Leave();
 }
 

@@ -33,7 +33,10 @@ class frmMsgWait : public QDialog, public ProgressWindow {
   void reject() override {}  // Escape does not take it away either
 
  private:
+  static constexpr const char* kDesignCaption = "R-6183 Programming Tool";
   void Repaint();
+  // The caption, texts and face of a freshly loaded window.
+  void AsDesigned();
 
   FormLink form_;
   QLabel *lbmsg_, *lbmsg2_, *lblPercent_, *lbmsg3_, *lbl4_;

@@ -52,7 +52,7 @@ std::vector<Choice> ChoicesOf(Buttons buttons) {
 
 Answer GuiPrompter::Message(const std::string& text, Buttons buttons, Icon icon, const std::string& title) {
   QWidget* parent = parent_ ? parent_.data() : QApplication::activeWindow();
-  QMessageBox box(QtIcon(icon), QString::fromStdString(title), QString::fromStdString(text), QMessageBox::NoButton,
+  QMessageBox box(QtIcon(icon), QString::fromStdString(title), QString::fromStdString(text).replace("\r\n", "\n"), QMessageBox::NoButton,
                   parent);
   box.setObjectName("MsgBox");
   box.setTextFormat(Qt::PlainText);

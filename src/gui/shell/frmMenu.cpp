@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QEventLoop>
 #include <QIcon>
 #include <QKeySequence>
 #include <QMdiArea>
@@ -241,7 +242,13 @@ void frmMenu::ShowSplash() {
   if (splashMs_ <= 0) return;
   ++splashes_;
   frmIntro splash(session_, this, splashMs_);
-  splash.exec();
+  // Not QDialog::exec: its timer may end the splash while it is being shown, before exec's
+  // loop runs, and that loop would then wait for ever. Wait only for a splash still up.
+  QEventLoop loop;
+  connect(&splash, &QDialog::finished, &loop, &QEventLoop::quit);
+  splash.setModal(true);
+  splash.show();
+  if (splash.isVisible()) loop.exec(QEventLoop::DialogExec);
 }
 
 // --- the windows core asks for

@@ -158,14 +158,23 @@ TEST_F(ModCommTest, TraceLinesGoToTheJournalOnlyWhenAsked) {
   EXPECT_EQ(rows[1].description, "Response => EMPTY String");
 }
 
-TEST_F(ModCommTest, InitCommOpensOnceAndReportsABusyPort) {
+// A port that can't be opened is reported to nobody: the caller says what it wants, and
+// can have the reason.
+TEST_F(ModCommTest, InitCommOpensOnceAndLeavesABusyPortToTheCaller) {
+  EXPECT_TRUE(comm->Init_Comm(0));
   EXPECT_TRUE(comm->Init_Comm(0));
   EXPECT_EQ(toolEnd->OpenCount(), 1);
+  EXPECT_EQ(comm->OpenFailure(), "");
   comm->Exit_Comm();
   EXPECT_FALSE(comm->PortOpen());
+  const auto journalled = test::JournalRows(*t).size();
   toolEnd->FailOpen(true);
   EXPECT_FALSE(comm->Init_Comm(0));
-  EXPECT_EQ(test::JournalRows(*t).back().routine, "Init_Comm");
+  EXPECT_EQ(test::JournalRows(*t).size(), journalled);
+  EXPECT_NE(comm->OpenFailure(), "");
+  toolEnd->FailOpen(false);
+  EXPECT_TRUE(comm->Init_Comm(0));
+  EXPECT_EQ(comm->OpenFailure(), "");
 }
 
 }  // namespace

@@ -32,6 +32,9 @@ TEST_F(Revisions, GoodPreAndUnknownUnits) {
        {tool, "Main CPU: \tPre 2.00", "Second CPU: \tPre 2.00"}, "0.00", "0.00"},
       {"J that fails its check", {kAckS + "J0231023100001X999\r", "", "", "", ""},
        {tool, "Main CPU: \tPre 2.00", "Second CPU: \tPre 2.00"}, " 2.00", "2.00"},
+      // a valid answer of another letter is read at the places of the revisions
+      {"a valid U in place of J", {kAckS + Frame("U10")},
+       {tool, "Main CPU: \tRev .", "Second CPU: \tRev 10.", "Third CPU: \tRev ."}, "v 10.", "v 10."},
       {"no unit", {"", "", "", "", ""},
        {tool, "Main CPU: \tUnknown", "Second CPU: \tUnknown", "Third CPU: \tUnknown", "** Not Communicating **"},
        "", ""},
