@@ -77,6 +77,12 @@ void ListControl::RemoveItem(int index) {
   Show(Event::Removed, index);
 }
 
+void ListControl::SetList(int index, std::string line) {
+  if (index < 0 || index >= ListCount()) throw RuntimeError(err::InvalidProcedureCall);
+  items_[static_cast<std::size_t>(index)] = std::move(line);
+  Show(Event::Replaced, index);
+}
+
 void ListControl::SetListIndex(int index) {
   if (index < -1 || index >= ListCount()) throw RuntimeError(err::InvalidProcedureCall);
   index_ = index;

@@ -9,7 +9,7 @@
 
 namespace r6183 {
 
-enum class ControlKind { TextBox, Label, CheckBox, OptionGroup, Button, ScrollBar, Frame };
+enum class ControlKind { TextBox, Label, CheckBox, OptionGroup, Button, ScrollBar, Frame, Tab };
 
 class Control {
  public:
@@ -80,7 +80,7 @@ class ListControl {
   ListControl(const ListControl&) = delete;
   ListControl& operator=(const ListControl&) = delete;
 
-  enum class Event { Cleared, Added, Removed, Selected, State };
+  enum class Event { Cleared, Added, Removed, Selected, State, Replaced };
 
   const std::string& Name() const { return name_; }
   const std::vector<std::string>& Items() const { return items_; }
@@ -94,6 +94,8 @@ class ListControl {
   void Clear();
   void AddItem(std::string line);
   void RemoveItem(int index);  // raises 5 for an index outside the list
+  // Rewrites the line at `index`; raises 5 for an index outside the list.
+  void SetList(int index, std::string line);
   void SetListIndex(int index);  // -1 to ListCount-1, else raises 5
   bool Enabled() const { return enabled_; }
   void SetEnabled(bool on);
