@@ -31,7 +31,6 @@ namespace r6183::ctl {
 
 namespace fs = std::filesystem;
 
-namespace {
 // A copy of FILE in `dir`; raises with the reason when FILE can't be read.
 std::string PrivateCopy(const std::string& file, const PrivateDir& dir) {
   std::ifstream probe(file, std::ios::binary);
@@ -56,6 +55,8 @@ bool WriteWhole(const std::string& source, const std::string& file) {
   fs::remove(part, ec);
   return false;
 }
+
+namespace {
 
 // The line of a port number 1 to 16 or a device path; empty with a message when none.
 std::string DeviceOf(Session& session, const std::string& port) {

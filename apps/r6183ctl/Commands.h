@@ -1,5 +1,6 @@
 #pragma once
 // The commands of r6183ctl. Each returns the process exit code.
+#include <optional>
 #include <string>
 
 namespace r6183 {
@@ -32,5 +33,16 @@ int Send(Session& session, const std::string& file, const std::string& port);
 // Reads the unit's date, time and daylight switch and prints them; with `set` ("mm/dd/yy
 // hh:mm:ss" or "now") and/or `dst` ("on"/"off") sends them as "Update" does.
 int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst);
+
+// The 96 lines of the numbering window; 0, or 2 when FILE is no document.
+int Stations(Session& session, const std::string& file);
+// Sets the number and/or the description of `station` as the station window's OK does. A
+// conflict lists the conflicting stations and leaves FILE as it was (1), unless
+// `blankConflicts` answers Yes to it.
+int Station(Session& session, const std::string& file, int station, const std::optional<std::string>& arch,
+            const std::optional<std::string>& clid, bool blankConflicts);
+// Auto numbering from `station` to the number `last`; the first-conflict question takes
+// the prompter's answer. 0 when the run was made, 1 when refused or cancelled.
+int AutoNumber(Session& session, const std::string& file, int station, const std::string& last);
 
 }  // namespace r6183::ctl

@@ -27,4 +27,10 @@ class PrivateDir {
   std::filesystem::path path_;
 };
 
+// A copy of FILE in `dir`; raises with the reason when FILE can't be read.
+std::string PrivateCopy(const std::string& file, const PrivateDir& dir);
+// Copies `source` to `file` through a temporary name beside it and a rename, so that no
+// half-written file is ever left; says why on failure.
+bool WriteWhole(const std::string& source, const std::string& file);
+
 }  // namespace r6183::ctl

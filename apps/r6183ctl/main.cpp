@@ -58,6 +58,24 @@ int main(int argc, char** argv) {
   datetime->add_flag("--set-now", setNow, "send the PC's date and time")->excludes(setOpt);
   datetime->add_option("--dst", dst, "switch the daylight-saving adjustment on or off")->check(CLI::IsMember({"on", "off"}));
 
+  int stationNumber = 0;
+  std::optional<std::string> archnum, clidText;
+  std::string lastArch;
+  bool blankConflicts = false;
+  auto* stations = app.add_subcommand("stations", "print the 96 station lines of FILE as the numbering window lists them");
+  stations->add_option("FILE", file)->required();
+  auto* station = app.add_subcommand("station", "set the Architectural Number and/or CLID description of station N");
+  station->add_option("FILE", file)->required();
+  station->add_option("N", stationNumber, "station 1 to 96")->required();
+  station->add_option("--arch", archnum, "the number: up to 4 digits, empty to clear it");
+  station->add_option("--clid", clidText, "the description: up to 15 characters");
+  station->add_flag("--blank-conflicts", blankConflicts, "save despite conflicts, deleting the conflicting numbers");
+  auto* autonumber = app.add_subcommand("autonumber", "number the stations from N on, one up each, to the number LAST");
+  autonumber->add_option("FILE", file)->required();
+  autonumber->add_option("--station", stationNumber, "the first station, which has its number already")->required();
+  autonumber->add_option("--last", lastArch, "the last number of the run")->required();
+  autonumber->add_flag("--blank-conflicts", blankConflicts, "delete the numbers of stations outside the run that conflict");
+
   CLI11_PARSE(app, argc, argv);
 
   if (*frame) {
@@ -76,7 +94,7 @@ int main(int argc, char** argv) {
       std::cerr << "r6183ctl: no application directory at " << dir.DirString() << '\n';
       return 2;
     }
-    ctl::ConsolePrompter prompter(yes);
+    ctl::ConsolePrompter prompter(yes || blankConflicts);
     SystemClock clock;
     Session session(dir, prompter, clock);
     ctl::ConsoleWindows windows(dir.DirString());
@@ -92,6 +110,9 @@ int main(int argc, char** argv) {
     if (*revs) return ctl::Revs(session, port);
     if (*receive) return ctl::Receive(session, file, port, force);
     if (*send) return ctl::Send(session, file, port);
+    if (*stations) return ctl::Stations(session, file);
+    if (*station) return ctl::Station(session, file, stationNumber, archnum, clidText, blankConflicts);
+    if (*autonumber) return ctl::AutoNumber(session, file, stationNumber, lastArch);
     if (*datetime) return ctl::DateTime(session, port, setNow ? "now" : setTime, dst);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
