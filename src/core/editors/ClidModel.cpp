@@ -69,9 +69,10 @@ void ClidModel::Form_Load() {
   }
   loaded_ = true;
   step(j, kLoad, [&] {
+    // the window holds the work copy open, so that a command can write in one transaction
     dtaClid.DatabaseName = s_.state.WorkDbPath;
-    dtaClid.RecordSource = "Clid";
-    dtaClid.Refresh();
+    db_ = Database::Open(s_.state.WorkDbPath);
+    dtaClid.SetRecordset(std::make_shared<Recordset>(db_.OpenRecordset("Clid")));
     Build_List();
   });
   step(j, kLoad, [&] {
@@ -225,11 +226,10 @@ void ClidModel::cmdAuto_Click(int board) {
   bool cancelled = false;
   int reached = first;
   std::array<std::string, kStations> overwritten{};
-  Database db;
+  WriteBatch batch(db_);
   Recordset outside;
   step(j, kCmdAuto, [&] {
-    db = Database::Open(s_.state.WorkDbPath);
-    outside = db.OpenRecordset("Select * from clid where clid_station not between " + start.station + " AND " +
+    outside = db_.OpenRecordset("Select * from clid where clid_station not between " + start.station + " AND " +
                                    StopStation + " order by archnum",
                                RecordsetType::Snapshot);
   });
@@ -312,6 +312,7 @@ void ClidModel::Form_Unload() {
   if (!loaded_) return;
   step(s_.journal(), kUnload, [&] {
     if (ClidAccepted || !ClidChanged) return;
+    WriteBatch batch(db_);
     // every edit went into the table at once: Cancel puts back the rows of the opening
     Recordset& rs = dtaClid.Recordset();
     rs.MoveFirst();
@@ -325,8 +326,29 @@ void ClidModel::Form_Unload() {
   });
   ClidChanged = false;
   loaded_ = false;
-  step(s_.journal(), kUnload, [&] { dtaClid.Close(); });
+  step(s_.journal(), kUnload, [&] {
+    dtaClid.Close();
+    db_.Close();
+  });
   UpdateFileSaveOpt(s_);
+}
+
+WriteBatch::WriteBatch(Database& db) : db_(db) {
+  try {
+    db_.BeginTrans();
+    open_ = true;
+  } catch (...) {
+    // without a transaction each write stands on its own
+  }
+}
+
+WriteBatch::~WriteBatch() {
+  if (!open_) return;
+  try {
+    db_.CommitTrans();
+  } catch (...) {
+    quietly([&] { db_.Rollback(); });
+  }
 }
 
 void mnuArchNum_Click(Session& s) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <string>
 
+#include "database/Database.h"
 #include "editors/Controls.h"
 #include "editors/DataControl.h"
 #include "editors/NumberConflicts.h"
@@ -69,6 +70,9 @@ class ClidModel {
   std::function<void(const std::string& control)> SetFocus;
   std::function<void()> CloseWindow;  // closes the window; Form_Unload runs on the way
 
+  // The work copy as the window holds it open.
+  Database& WorkCopy() { return db_; }
+
  private:
   friend class StationModel;
   void tabClid_Click(int previousTab);
@@ -81,8 +85,24 @@ class ClidModel {
   void Changed();  // ClidChanged, and Save offered
 
   Session& s_;
+  Database db_;  // the work copy, for the window's life
   bool loaded_ = false;
   int shownTab_ = 0;
+};
+
+// The writes of one command in one transaction of the work copy: a run of a hundred rows
+// then costs one flush to the disk, not a hundred. Whatever was written stays, also when
+// a step failed on the way, as each write would have.
+class WriteBatch {
+ public:
+  explicit WriteBatch(Database& db);
+  ~WriteBatch();
+  WriteBatch(const WriteBatch&) = delete;
+  WriteBatch& operator=(const WriteBatch&) = delete;
+
+ private:
+  Database& db_;
+  bool open_ = false;
 };
 
 // The menu entry: the numbering window, shown and in front, unless a transfer or a modem

@@ -177,8 +177,11 @@ void StationModel::cmdOk_Click() {
     SelectLine();
     return;
   }
-  step(j, kCmdOk, [&] { SaveStation(); });
-  step(j, kCmdOk, [&] { BlankConflicts({}); });
+  {
+    WriteBatch batch(clid_.WorkCopy());
+    step(j, kCmdOk, [&] { SaveStation(); });
+    step(j, kCmdOk, [&] { BlankConflicts({}); });
+  }
   step(j, kCmdOk, [&] {
     clid_.OldArch = Trim(txtArchnum.Text());
     clid_.OldClid = Trim(txtClid.Text());
@@ -209,6 +212,7 @@ void StationModel::cmdMove_Click(int index) {
     rs.FindFirst(StationIs(static_cast<int64_t>(Val(lblStation.Text()))));
     const Recordset::Bookmark here = rs.GetBookmark();
     if (ConflictReply == conflict_reply::Yes) {
+      WriteBatch batch(clid_.WorkCopy());
       SaveStation();
       rs.SetBookmark(here);
       BlankConflicts([&] { rs.SetBookmark(here); });
