@@ -6,6 +6,7 @@
 #include <QRadioButton>
 
 #include "EditorWindows.h"
+#include "gui/shell/frmSwitchBoard.h"
 
 namespace r6183::gui::test {
 namespace {
@@ -159,6 +160,30 @@ TEST_F(EventWindow, TheSpinBarsByMouseAndTheRefusalOfABadDuration) {
   EXPECT_EQ(t.prompter.Shown().back().text, "Save current Event?");
   EXPECT_EQ(t.prompter.Shown().back().title, "Add Event");
   EXPECT_EQ(Lines(w), (QStringList{"07:55\tRelay 1\t12 sec\t1", "22:58\tRelay 1\t5 sec\t1"}));
+}
+
+TEST_F(EventWindow, ASaveWhileItHoldsAnEditSettlesItFirst) {
+  Start();
+  OpenDocument(kSite);
+  frmSched* w = Schedule(1);
+  std::string asked;
+  bool stillOpen = true;
+  WhenEventWindowOpens([&](frmEvent& ev) {
+    QTest::keyClicks(QApplication::focusWidget(), "930");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    t.prompter.QueueAnswer(Answer::Yes);
+    window->Click("mnuFileSave");  // as a save reaches it from the program (its shutdown, a transfer)
+    asked = t.prompter.Shown().empty() ? "" : t.prompter.Shown().front().text + " / " + t.prompter.Shown().front().title;
+    stillOpen = ev.isVisible();
+  });
+  Click(Ctl(Content(w), "cmdEvent_1"));
+  EXPECT_EQ(asked, "Accept changes to Events - Schedule  - 1? / Save File");
+  EXPECT_FALSE(stillOpen);
+  EXPECT_FALSE(w->isVisible()) << "a save leaves only the quick menu open";
+  EXPECT_TRUE(window->switchBoard()->isVisible());
+  SQLite::Database saved(document, SQLite::OPEN_READONLY);
+  EXPECT_EQ(saved.execAndGet("SELECT group_concat(StartTime) FROM Event").getString(), "09:30");
+  EXPECT_FALSE(window->Action("mnuFileSave")->isEnabled());
 }
 
 }  // namespace
