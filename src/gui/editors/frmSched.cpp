@@ -23,11 +23,15 @@ namespace {
 
 constexpr int kGap = 14;  // pixels between the columns of the event list
 
-// The columns of a line start at these offsets; the tabs of the line separate them.
+// The columns of a line start at these offsets, wide enough for their heads and values;
+// the tabs of the line separate them.
 std::vector<int> TabStops(const QFontMetrics& fm) {
-  const int time = fm.horizontalAdvance("00:00") + kGap;
-  const int relay = fm.horizontalAdvance("Relay 4") + kGap;
-  const int duration = fm.horizontalAdvance("59 sec") + kGap;
+  auto wide = [&fm](const char* head, const char* value) {
+    return std::max(fm.horizontalAdvance(head), fm.horizontalAdvance(value)) + kGap;
+  };
+  const int time = wide("Time", "00:00");
+  const int relay = wide("Relay", "Relay 4");
+  const int duration = wide("Duration", "59 sec");
   return {0, time, time + relay, time + relay + duration};
 }
 
@@ -90,7 +94,9 @@ QWidget* frmSched::BuildContent() {
   const std::vector<int> stops = TabStops(lstEvent->fontMetrics());
   lstEvent->setItemDelegate(new EventLineDelegate(stops, lstEvent));
   lstEvent->setSelectionMode(QAbstractItemView::SingleSelection);
-  lstEvent->setMinimumWidth(stops.back() + lstEvent->fontMetrics().horizontalAdvance("1,2,3,4,5,6,7,8,9") + 30);
+  // room for the groups of three boards; more are cut short with an ellipsis
+  lstEvent->setMinimumWidth(stops.back() + lstEvent->fontMetrics().horizontalAdvance("1,2,3,4,5,6,7,8,9,10,11,12") + 30);
+  lstEvent->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
   // the column heads stand over the columns of the lines
   auto* heads = new QHBoxLayout;
