@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "editors/ScheduleScript.h"
+
 namespace r6183 {
 class Session;
 }
@@ -44,5 +46,16 @@ int Station(Session& session, const std::string& file, int station, const std::o
 // Auto numbering from `station` to the number `last`; the first-conflict question takes
 // the prompter's answer. 0 when the run was made, 1 when refused or cancelled.
 int AutoNumber(Session& session, const std::string& file, int station, const std::string& last);
+// The event lines of one schedule (or of all six, each after its window's caption), as the
+// schedule window lists them; 0, or 2 when FILE does not open.
+int Events(Session& session, const std::string& file, int schedule);
+// Adds an event as the schedule and event windows do and saves FILE; 0 when the event was
+// saved, 1 with the window's message on stderr and FILE unchanged when it was refused.
+int EventAdd(Session& session, const std::string& file, const EventRequest& request);
+// Deletes the event at the time from the schedule and saves FILE; 1 when there is none.
+int EventDelete(Session& session, const std::string& file, int schedule, const std::string& time);
+// Prints the active days of the schedule ("Mon,Tue"), or with `set` makes them those days
+// and saves FILE; 1 when a day is active in another schedule.
+int Days(Session& session, const std::string& file, int schedule, const std::optional<std::string>& set);
 
 }  // namespace r6183::ctl
