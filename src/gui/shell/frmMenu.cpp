@@ -10,7 +10,9 @@
 #include <QMenuBar>
 
 #include "database/DocumentCommands.h"
+#include "editors/ClidModel.h"
 #include "editors/ScheduleModel.h"
+#include "gui/editors/frmClid.h"
 #include "gui/editors/frmSched.h"
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
@@ -166,7 +168,8 @@ void frmMenu::BindHandlers() {
   // the clocks.
   for (int i = 1; i <= 6; ++i) h["mnuSched" + std::to_string(i)] = [&s, i] { mnuSched_Click(s, i); };
   h["mnuAllSched"] = [&s] { mnuAllSched_Click(s); };
-  for (const char* name : {"mnuArchNum", "mnuClassService", "mnuPageGroup", "mnuBGM", "mnuSysOpt", "mnuConfig"})
+  h["mnuArchNum"] = [&s] { mnuArchNum_Click(s); };
+  for (const char* name : {"mnuClassService", "mnuPageGroup", "mnuBGM", "mnuSysOpt", "mnuConfig"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, true); };
   for (const char* name : {"mnuClocks", "mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect",
                            "mnuManualConnect", "mnuModemRelease"})
@@ -259,6 +262,10 @@ void frmMenu::ShowModal(const std::string& name) {
 
 void frmMenu::Show(const std::string& name) {
   if (name == "frmSwitchBoard") switchBoard_->Form_Load();
+  if (name == "frmClid") {
+    if (!clid_) clid_ = new frmClid(session_, mdi_);
+    clid_->Open(*mdi_);
+  }
   if (name == "frmSched") {
     // one window a schedule, made on first use and kept
     const int n = session_.state.ScheduleNumber;

@@ -24,6 +24,7 @@ class ModComm;
 
 namespace r6183::gui {
 
+class frmClid;
 class frmMsgWait;
 class frmSched;
 class frmSwitchBoard;
@@ -43,6 +44,8 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   frmSwitchBoard* switchBoard() const { return switchBoard_; }
   // The window of schedule n (1 to 6), once it has been opened.
   frmSched* schedule(int n) const { return schedules_.at(static_cast<std::size_t>(n - 1)); }
+  // The numbering window, once it has been opened.
+  frmClid* clid() const { return clid_; }
   QMdiArea* mdiArea() const { return mdi_; }
   // Runs the command of a menu item, as a click does.
   void Click(const std::string& name);
@@ -94,6 +97,7 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   frmMsgWait* progress_;
   frmSwitchBoard* switchBoard_;
   std::array<frmSched*, 6> schedules_{};
+  frmClid* clid_ = nullptr;
   std::map<std::string, QAction*> actions_;
   std::map<std::string, QMenu*> menus_;
   std::map<std::string, std::function<void()>> handlers_;
