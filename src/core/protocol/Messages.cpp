@@ -5,7 +5,6 @@
 #include "shell/ErrorNumbers.h"
 #include "shell/Journal.h"
 #include "shell/Session.h"
-#include "shell/Text.h"
 
 namespace r6183 {
 
