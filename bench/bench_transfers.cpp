@@ -115,6 +115,19 @@ void Timeline(const std::vector<FrameTimes>& frames) {
     toAnswer.push_back(std::chrono::duration<double, std::milli>(frames[i].answered - frames[i].written).count());
     toNext.push_back(std::chrono::duration<double, std::milli>(frames[i + 1].written - frames[i].answered).count());
   }
+  double answering = 0, between = 0, worst = 0, wireAll = 0;
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    if (frames[i].answered == clock::time_point{}) continue;
+    const double a = std::chrono::duration<double, std::milli>(frames[i].answered - frames[i].written).count();
+    answering += a;
+    worst = std::max(worst, a - static_cast<double>(frames[i].bytes + 1) * 10.0 / 9.6);
+    wireAll += static_cast<double>(frames[i].bytes + 1) * 10.0 / 9.6;
+    if (i + 1 < frames.size())
+      between += std::chrono::duration<double, std::milli>(frames[i + 1].written - frames[i].answered).count();
+  }
+  std::printf("All %zu frames: writes to answers %.0f ms for %.0f ms of wire (worst frame %.1f ms over), "
+              "answers to next writes %.0f ms\n",
+              frames.size(), answering, wireAll, worst, between);
   const double wire = static_cast<double>(longest + 1) * 10.0 / 9.6;
   std::printf("Frame of %zu bytes (%zu frames): write to answer %.2f ms, answer to next write %.2f ms; "
               "wire time of frame and answer %.2f ms\n",

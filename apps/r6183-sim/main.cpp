@@ -13,6 +13,7 @@
 #include "sim/SimulatedUnit.h"
 #include "sim/UnitMemory.h"
 #include "sim/UnitTransfers.h"
+#include "sim/WireTap.h"
 
 namespace fs = std::filesystem;
 using namespace r6183;
@@ -65,8 +66,10 @@ int main(int argc, char** argv) {
   app.add_flag("--pace", o.pace, "take about 1.04 ms per byte, as at 9600 baud");
   app.add_option("--load", load, "start with the programming of this document")->check(CLI::ExistingFile);
   app.add_option("--save", save, "save the programming to this document on exit");
-  std::string record;
+  std::string record, wireIn, wireOut;
   app.add_option("--record", record, "on exit, write the messages received to this file, one per line");
+  app.add_option("--wire-in", wireIn, "copy every byte the unit reads to this file, as it comes");
+  app.add_option("--wire-out", wireOut, "copy every byte the unit writes to this file, as it goes");
   app.add_option("--link", link, "also make a symbolic link here to the device");
   std::string order = sim::UnitTransfers::kDefaultOrder;
   app.add_option("--order", order, "the order in which R sends the sections (letters of XIDCGPWEKNM)")
@@ -103,7 +106,8 @@ int main(int argc, char** argv) {
     std::cout << line.DevicePath() << std::endl;
 
     SystemClock clock;
-    sim::SimulatedUnit unit(line, clock, o);
+    sim::WireTap tap(line, wireIn, wireOut);
+    sim::SimulatedUnit unit(tap, clock, o);
     unit.SetMemory(&memory);
     sim::UnitTransfers transfers(unit, memory, order);
     transfers.SendUnknownLetters(unknownLetters);

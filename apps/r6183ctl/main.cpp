@@ -7,6 +7,7 @@
 
 #include "Commands.h"
 #include "ConsolePrompter.h"
+#include "protocol/LineText.h"
 #include "protocol/ModComm.h"
 #include "shell/AppDir.h"
 #include "shell/ErrorsMaintenance.h"
@@ -36,7 +37,7 @@ int main(int argc, char** argv) {
   convert->add_flag("--yes", yes, "answer Yes to the question whether to convert");
 
   std::string text;
-  auto* frame = app.add_subcommand("frame", "print TEXT with its checksum, as it goes on the line (without CR and NUL)");
+  auto* frame = app.add_subcommand("frame", "print TEXT with the checksum of its bytes on the line (without CR and NUL)");
   frame->add_option("TEXT", text)->required();
   auto* ports = app.add_subcommand("ports", "list the port numbers 1 to 16 and their devices");
   std::string port;
@@ -103,7 +104,12 @@ int main(int argc, char** argv) {
   CLI11_PARSE(app, argc, argv);
 
   if (*frame) {
-    const auto sum = ChecksumOf(text);
+    // TEXT as a person types it (UTF-8); the checksum counts the bytes of the line
+    if (const auto refusal = LineTextRefusal(text, IdentityFor(kProductIndex, 0).ProductModel)) {
+      std::cerr << "r6183ctl: " << *refusal << '\n';
+      return 1;
+    }
+    const auto sum = ChecksumOf(ToLine(text));
     if (!sum) {
       std::cerr << "r6183ctl: the checksum of TEXT overflows\n";
       return 1;

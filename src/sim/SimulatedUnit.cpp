@@ -82,7 +82,6 @@ void SimulatedUnit::Poll() {
   if (tries_ > 0 && clock_.TickCount() - sentAt_ >= static_cast<uint32_t>(options_.ackWait.count()))
     OnAnswer('\0');  // no answer in time counts as a refusal
   if (tries_ == 0 && !outbox_.empty()) Transmit();
-  SettlePace();
 }
 
 void SimulatedUnit::HangUp() {
@@ -106,6 +105,7 @@ void SimulatedUnit::TakeByte(char c) {
     return;
   }
   if (c == '\r') {
+    PaceBytes(1);  // the NUL the tool sends behind every CR, which the line drops
     std::string frame;
     frame.swap(pending_);
     OnFrame(frame);
@@ -237,15 +237,23 @@ void SimulatedUnit::OnAnswer(char control) {
 }
 
 void SimulatedUnit::WriteRaw(const std::string& bytes) {
-  SettlePace();  // what was read before is on the wire until now: the answer follows it
+  WaitForTheLine();  // what crossed the line before is on the wire until then
   line_.Write(bytes);
   PaceBytes(bytes.size());
 }
 
-void SimulatedUnit::SettlePace() {
-  const auto ms = static_cast<long long>(paceOwedUs_ / 1000);
-  paceOwedUs_ %= 1000;
-  if (ms > 0) clock_.Pause(std::chrono::milliseconds(ms));
+void SimulatedUnit::PaceBytes(std::size_t n) {
+  if (!options_.pace) return;
+  // within a few milliseconds of the schedule the line has been busy all along, and the
+  // delay is the pause's or the reader's, not the line's
+  constexpr uint64_t kSlackUs = 3000;
+  const uint64_t now = clock_.MicroTicks();
+  if (lineFreeAtUs_ + kSlackUs < now) lineFreeAtUs_ = now;
+  lineFreeAtUs_ += n * kByteUs;
+}
+
+void SimulatedUnit::WaitForTheLine() {
+  if (options_.pace) clock_.PauseUntil(lineFreeAtUs_);
 }
 
 }  // namespace r6183::sim

@@ -108,11 +108,12 @@ class SimulatedUnit {
   void Transmit();
   void OnAnswer(char control);
   void WriteRaw(const std::string& bytes);
-  // Pacing: each byte that crosses the line owes its wire time; the debt is paid in one
-  // pause before the unit writes and at the end of a poll, not byte by byte, since every
-  // pause oversleeps a little and a per-byte pause adds that up on every frame.
-  void PaceBytes(std::size_t n) { if (options_.pace) paceOwedUs_ += n * kByteUs; }
-  void SettlePace();
+  // Pacing keeps the time at which the line is next free: each byte read or written takes
+  // its wire time from there, and the unit waits for that time before it writes, in one
+  // pause. The schedule is absolute, so a pause that oversleeps a little delays that answer
+  // but not the frames after it.
+  void PaceBytes(std::size_t n);
+  void WaitForTheLine();
   static constexpr uint64_t kByteUs = 1042;  // 10 bits at 9600 baud
 
   SerialLine& line_;
@@ -128,7 +129,7 @@ class SimulatedUnit {
   std::chrono::seconds offset_{0};
   bool clockSet_ = false;
   bool hungUp_ = false;
-  uint64_t paceOwedUs_ = 0;
+  uint64_t lineFreeAtUs_ = 0;
   std::mt19937 random_;
   Counters count_;
 };

@@ -154,9 +154,34 @@ TEST_F(CliTest, ConvertOfGarbageFailsAndKeepsTheFile) {
   EXPECT_EQ(Run("convert", "doc.mdb").out, dir.str("doc.mdb") + " is a current document: nothing to convert\n");
 }
 
-TEST_F(CliTest, FramePrintsTheTextWithItsChecksum) {
-  for (const auto& [text, line] : {std::pair{"A", "A041\n"}, std::pair{"H", "H048\n"}, std::pair{"X0", "X0088\n"}})
-    EXPECT_EQ(Run(std::string("frame ") + text).out, line);
+// The checksum counts the bytes of the line: "é" is E9 there, not the two bytes of UTF-8
+// (C3 A9, which would give 1B3).
+TEST_F(CliTest, FramePrintsTheTextWithTheChecksumOfItsBytesOnTheLine) {
+  for (const auto& [text, line] : {std::pair{"A", "A041\n"}, std::pair{"H", "H048\n"}, std::pair{"X0", "X0088\n"},
+                                   std::pair{"'Cé'", "Cé12C\n"}, std::pair{"'C€'", "C€0C3\n"}}) {
+    const Result r = Run(std::string("frame ") + text);
+    EXPECT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(r.out, line);
+  }
+}
+
+TEST_F(CliTest, FrameRefusesTextTheLineCannotCarry) {
+  const struct {
+    const char* text;
+    const char* err;
+  } cases[] = {
+      {"'CΩ'", "r6183ctl: The R-6183 cannot show \"Ω\". Use only the letters, digits and signs of Western European "
+               "languages.\n"},
+      {"\"$(printf 'C\\tx')\"", "r6183ctl: The R-6183 cannot show the control character 09. Use only the letters, "
+                                 "digits and signs of Western European languages.\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    const Result r = Run(std::string("frame ") + c.text);
+    EXPECT_EQ(r.code, 1);
+    EXPECT_EQ(r.out, "");
+    EXPECT_EQ(r.err, c.err);
+  }
 }
 
 TEST_F(CliTest, PortsListsSixteenNumbersWithTheDevicesOfTheSettings) {

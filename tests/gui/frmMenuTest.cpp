@@ -122,6 +122,28 @@ TEST_F(MainWindow, ReceiveThenSendEndInTheirSuccessTexts) {
     EXPECT_NE(unit.find(fact), std::string::npos) << fact;
 }
 
+// Accented descriptions come from the unit as the document's UTF-8; a description with a
+// character the unit cannot show stops the Send with its message before the line is used.
+TEST_F(MainWindow, AccentedStationsComeInAndOneTheUnitCannotShowStopsTheSend) {
+  SQLite::Database(document, SQLite::OPEN_READWRITE)
+      .exec("UPDATE Clid SET clid_string = 'Réception Désk' WHERE clid_station = 30");
+  memory.Load(document);
+  ASSERT_TRUE(Start());
+  window->Click("mnuRx");
+  ASSERT_EQ(LastText(), "Receive Data completed successfully.");
+  EXPECT_NE(test::Dump(t->state.WorkDbPath).find("Clid|30|1234|Réception Désk \n"), std::string::npos);
+
+  SQLite::Database(t->state.WorkDbPath, SQLite::OPEN_READWRITE)
+      .exec("UPDATE Clid SET clid_string = 'Ωmega' WHERE clid_station = 31");
+  const int frames = unitSim->Count().framesReceived;
+  window->Click("mnuSend");
+  EXPECT_EQ(LastText(), "Station 31 cannot be sent to the R-6183: its description \"Ωmega\" holds \"Ω\", which the "
+                        "R-6183 cannot show.\n\nChange the description and send again. Nothing has been sent.");
+  EXPECT_EQ(unitSim->Count().framesReceived, frames);
+  EXPECT_FALSE(window->progress().isVisible());
+  EXPECT_TRUE(Enabled("mnuFile"));
+}
+
 TEST_F(MainWindow, ReceiveFromASilentUnitFails) {
   unitSim->Options().faults.silentAfter = 1;
   ASSERT_TRUE(Start());

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "LinkedUnit.h"
+#include "database/Database.h"
 #include "database/DocumentCommands.h"
 #include "protocol/SendTransfer.h"
 
@@ -39,6 +40,38 @@ TEST_F(SendTransfer, TheDocumentBecomesTheUnitsProgramming) {
   EXPECT_EQ(tx.rfind("Date - Time - ", 0), 0u);
   EXPECT_NE(tx.find("\r\nX3"), std::string::npos);
   EXPECT_EQ(tx.find("\r\nH"), std::string::npos);  // the handshake is no programming data
+}
+
+// A station text the line cannot carry stops the Send before anything goes to the unit,
+// with a message that names the station, the field and the character.
+TEST_F(SendTransfer, RefusesAStationTextTheLineCannotCarryBeforeAnythingIsSent) {
+  const struct {
+    const char* sql;
+    const char* text;
+  } cases[] = {
+      {"UPDATE Clid SET clid_string = 'Salle Ωmega' WHERE clid_station = 12",
+       "Station 12 cannot be sent to the R-6183: its description \"Salle Ωmega\" holds \"Ω\", which the R-6183 "
+       "cannot show.\n\nChange the description and send again. Nothing has been sent."},
+      {"UPDATE Clid SET archnum = '3' || char(9) || '1' WHERE clid_station = 40",
+       "Station 40 cannot be sent to the R-6183: its Architectural Number \"3\t1\" holds the control character 09, "
+       "which the R-6183 cannot show.\n\nChange the Architectural Number and send again. Nothing has been sent."},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.sql);
+    Database::Open(t->state.WorkDbPath).Handle().exec(c.sql);
+    mnuSend_Click(*t, *comm, progress);
+    EXPECT_EQ(t.prompter.Shown().back().text, c.text);
+    EXPECT_EQ(unitSim->Count().framesReceived, 0);
+    EXPECT_FALSE(std::filesystem::exists(t.dir.path() / "tx_data.txt"));
+    EXPECT_TRUE(progress.lines.empty());
+    EXPECT_TRUE(t->menu.Enabled("mnuFile"));
+    Database::Open(t->state.WorkDbPath).Handle().exec("UPDATE Clid SET clid_string = '', archnum = ''");
+  }
+  // what is cut off at fifteen characters needs no carrying
+  Database::Open(t->state.WorkDbPath).Handle().exec(
+      "UPDATE Clid SET clid_string = 'Fifteen letterséΩ' WHERE clid_station = 1");
+  mnuSend_Click(*t, *comm, progress);
+  EXPECT_EQ(t.prompter.Shown().back().text, "Send data completed successfully.");
 }
 
 class SendToAnOldUnit : public SendTransfer {

@@ -161,9 +161,10 @@ TEST_F(SimTest, UnitRepeatsItsFrameUntilAcknowledgedFiveTimesAtMost) {
   }
 }
 
-// Paced, the unit takes the wire time of what crosses the line, in a pause or two per frame:
-// each pause oversleeps a little, and one per byte made a Send a sixth slower than the wire.
-TEST(SimulatedUnitPacing, TakesTheWireTimeOfEachFrameInFewPauses) {
+// Paced, the unit answers when what crossed the line before has had its wire time, in one
+// pause per answer: each pause oversleeps a little, and one per byte made a Send a sixth
+// slower than the wire.
+TEST(SimulatedUnitPacing, AnswersAfterTheWireTimeInOnePause) {
   struct CountingClock final : Clock {
     ManualClock inner;
     int pauses = 0;
@@ -174,23 +175,30 @@ TEST(SimulatedUnitPacing, TakesTheWireTimeOfEachFrameInFewPauses) {
       inner.Advance(ms);
     }
   };
-  struct Case { bool pace; std::string in; uint32_t ms; int maxPauses; };
+  const std::string c = Frame("C" + std::string(21, '7'));  // 26 bytes
+  struct Case { bool pace; std::vector<std::string> in; uint32_t ms; int pauses; };
   const Case cases[] = {
-      {false, "H048\r", 0, 0},
-      {true, "H048\r", 26, 3},  // 5 bytes in, ACK and a 19-byte J out: 25 bytes of 1.042 ms
-      {true, Frame("C" + std::string(21, '7')), 28, 2},  // 26 bytes in and the ACK
+      {false, {"H048\r"}, 0, 0},
+      // 5 bytes and the tool's NUL in, the ACK (7 ms), then the J (1 ms more), whose own
+      // time is paid before the unit's next answer
+      {true, {"H048\r"}, 8, 2},
+      {true, {c}, 29, 1},  // 26 bytes, the NUL and the ACK: 29.2 ms
+      // the second frame follows the first ACK at once: 58.3 ms of line for both
+      {true, {c, c}, 58, 2},
   };
-  for (const auto& c : cases) {
+  for (const auto& k : cases) {
     CountingClock clock;
     auto [tool, unit] = MemoryLine::Pair(clock.inner);
     tool->Open({}, Handshake::None);
     unit->Open({}, Handshake::None);
-    SimulatedUnit sim(*unit, clock, {.revisions = {}, .faults = {}, .pace = c.pace});
-    tool->Write(c.in);
-    sim.Poll();
-    EXPECT_EQ(unit->Written().substr(0, 1), kAckS) << c.in;
-    EXPECT_EQ(clock.inner.TickCount() - 1000, c.ms) << c.in;
-    EXPECT_LE(clock.pauses, c.maxPauses) << c.in;
+    SimulatedUnit sim(*unit, clock, {.revisions = {}, .faults = {}, .pace = k.pace});
+    for (const auto& frame : k.in) {
+      tool->Write(frame);
+      sim.Poll();
+    }
+    EXPECT_EQ(unit->Written().substr(0, 1), kAckS) << k.in.size();
+    EXPECT_EQ(clock.inner.TickCount() - 1000, k.ms) << k.in[0] << " x" << k.in.size();
+    EXPECT_EQ(clock.pauses, k.pauses) << k.in[0] << " x" << k.in.size();
   }
 }
 

@@ -1,4 +1,5 @@
 // X (boards), D (option switches), I (clocks).
+#include "protocol/LineText.h"
 #include "protocol/Messages.h"
 #include "protocol/ModComm.h"
 #include "shell/Conversions.h"
@@ -70,9 +71,9 @@ void Messages::SendClock(Database& db) {
   Sending("SendClock", "SendClock", [&] {
     Recordset rs = db.OpenRecordset("Clockdef", RecordsetType::Snapshot);
     rs.MoveFirst();
-    comm_.msg_str = "I" + Trim(rs["Direction"].Text()) + Trim(rs["BCD_Type"].Text()) +
-                    InsLeftZeroToOne(Trim(rs["ClockA"].Text())) + InsLeftZeroToOne(Trim(rs["ClockB"].Text())) +
-                    (rs["ClockEnabled"].Bool() ? "1" : "0");
+    comm_.msg_str = "I" + ToLine(Trim(rs["Direction"].Text())) + ToLine(Trim(rs["BCD_Type"].Text())) +
+                    ToLine(InsLeftZeroToOne(Trim(rs["ClockA"].Text()))) +
+                    ToLine(InsLeftZeroToOne(Trim(rs["ClockB"].Text()))) + (rs["ClockEnabled"].Bool() ? "1" : "0");
     Send(false);
   });
 }

@@ -1,10 +1,10 @@
 #include "protocol/Messages.h"
 
+#include "protocol/LineText.h"
 #include "protocol/ModComm.h"
 #include "shell/ErrorNumbers.h"
 #include "shell/Journal.h"
 #include "shell/Session.h"
-#include "shell/Text.h"
 
 namespace r6183 {
 
@@ -71,6 +71,9 @@ bool Messages::Send(bool reportFailure) {
   return sent;
 }
 
-std::string Messages::At(std::size_t pos, std::size_t n) const { return MidChars(comm_.msg_str, pos, n); }
+std::string Messages::At(std::size_t pos, std::size_t n) const {
+  const std::string& m = comm_.msg_str;
+  return pos < 1 || pos > m.size() ? std::string() : FromLine(std::string_view(m).substr(pos - 1, n));
+}
 
 }  // namespace r6183

@@ -78,7 +78,8 @@ class Messages {
   void Sending(std::string_view routine, std::string_view name, const std::function<void()>& body);
   // Sends msg_str; a failure sets TransferFailed when `reportFailure`.
   bool Send(bool reportFailure = true);
-  // n characters of msg_str from position `pos` (1 is the letter); missing ones read as empty.
+  // n characters of msg_str from position `pos` (1 is the letter), as UTF-8 for the
+  // tables; missing ones read as empty.
   std::string At(std::size_t pos, std::size_t n = 1) const;
   void SendTones(Database& db, const char* table, char letter);
   void ReadTones(Recordset& rs);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "protocol/LineText.h"
 #include "shell/Session.h"
 #include "shell/Text.h"
 #include "shell/Timer.h"
@@ -62,7 +63,7 @@ std::string FrameChecksum(std::string_view message) {
 ModComm::ModComm(Session& session, LineFactory factory) : s_(session), factory_(std::move(factory)) {}
 
 void ModComm::Trace(const std::string& text, const char* procedure) {
-  if (s_.state.TraceComm) s_.journal().LogError(0, text, kNotAnError, kNotAnError, procedure);
+  if (s_.state.TraceComm) s_.journal().LogError(0, FromLine(text), kNotAnError, kNotAnError, procedure);
 }
 
 bool ModComm::Init_Comm(int16_t handshaking) {
@@ -206,7 +207,8 @@ bool ModComm::Receive_Msg(bool acceptNewer) {
     bool received = false, newer = false;
     while (!received && invalid < 5) {
       msg_str.clear();
-      const std::string field = PadRight(MyGetString(), kReceiveField);
+      std::string field = MyGetString();  // bytes of the line: one a character
+      field.resize(kReceiveField, ' ');
       Trace("Recieved Data Message = " + field, "Mygetstring");
       // the length comes from the trimmed text, the characters from the field as it came
       msg_str = field.substr(0, Trim(field).size());

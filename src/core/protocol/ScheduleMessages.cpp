@@ -1,5 +1,6 @@
 // E (events), W (days of the schedules), K and N (time and emergency tones), M
 // (background music).
+#include "protocol/LineText.h"
 #include "protocol/Messages.h"
 #include "protocol/ModComm.h"
 #include "shell/Conversions.h"
@@ -18,7 +19,7 @@ void Messages::SendEvents(Database& db) {
   Sending("SendEvents", "SendEvents", [&] {
     Recordset rs = db.OpenRecordset("Select * from Event order by Schedule, StartTime", RecordsetType::Snapshot);
     while (!rs.IsEOF() && !comm_.transfer.TransferFailed) {
-      comm_.msg_str = "E" + TextOf(rs["Schedule"].GetValue()) + TextOf(rs["StartTime"].GetValue()) +
+      comm_.msg_str = "E" + TextOf(rs["Schedule"].GetValue()) + ToLine(TextOf(rs["StartTime"].GetValue())) +
                       TextOf(rs["tone"].GetValue()) + RightChars("00" + TextOf(rs["Duration"].GetValue()), 2);
       for (int i = 0; i < kGroups; ++i) comm_.msg_str += rs[kFirstEventGroup + i].Bool() ? "1" : "0";
       Send();

@@ -9,6 +9,7 @@
 #include "protocol/ProgressWindow.h"
 #include "protocol/ReceiveTransfer.h"
 #include "protocol/Revisions.h"
+#include "protocol/StationText.h"
 #include "shell/MainMenu.h"
 #include "shell/Session.h"
 #include "shell/Timer.h"
@@ -105,6 +106,11 @@ void mnuSend_Click(Session& s, ModComm& comm, ProgressWindow& w) {
     return;
   }
   if (s.state.CurrentFileName.empty()) mnuFileOpen_Click(s);
+  if (const auto refusal = s.state.CurrentFileName.empty() ? std::nullopt : StationTextRefusal(s)) {
+    s.Message(*refusal, Buttons::Ok, Icon::Exclamation);
+    InableAllRootMenus(s);
+    return;
+  }
   w.Show();
   w.WhatToDisplay("Preparing to send data...", "", 1);
   if (!s.state.CurrentFileName.empty()) {

@@ -1,6 +1,7 @@
 // C (stations), G (custom page groups), P (class of service).
 #include <algorithm>
 
+#include "protocol/LineText.h"
 #include "protocol/Messages.h"
 #include "protocol/ModComm.h"
 #include "shell/Conversions.h"
@@ -29,8 +30,8 @@ void Messages::SendClid(Database& db) {
         records = 0;
       }
       comm_.msg_str = "C" + RightChars("00" + TextOf(rs["clid_station"].GetValue()), 2) +
-                      PadRight(TextOf(rs["archnum"].GetValue()), 4) +
-                      PadRight(TextOf(rs["clid_string"].GetValue()), 15);
+                      LineField(TextOf(rs["archnum"].GetValue()), 4) +
+                      LineField(TextOf(rs["clid_string"].GetValue()), 15);
       Send();
       rs.MoveNext();
     }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "protocol/LineText.h"
 #include "shell/ErrorNumbers.h"
 #include "shell/Session.h"
 
@@ -20,7 +21,7 @@ void TransferFile::Close() {
 
 void TransferFile::PrintLine(std::string_view text) {
   if (!out_.is_open()) throw RuntimeError(err::BadFileNameOrNumber);
-  out_ << text << "\r\n";
+  out_ << FromLine(text) << "\r\n";
   out_.flush();
 }
 

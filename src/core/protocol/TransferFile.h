@@ -1,6 +1,8 @@
 #pragma once
 // A text file of a transfer ("tx_data.txt", "rx_data.txt", "log_file.txt"), written
-// line by line with CR LF. Printing to a file that is not open raises "Bad file name
+// line by line with CR LF, in UTF-8 for the operator's log viewer. What is printed is
+// the line's text (frames, msg_str) among our own plain ASCII words, so every line is
+// turned from the line's code page as it is written. Printing to a file that is not open raises "Bad file name
 // or number", as the routines that print expect.
 #include <fstream>
 #include <string>

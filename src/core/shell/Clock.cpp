@@ -21,6 +21,15 @@ LocalDateTime SystemClock::Now() const {
 
 void SystemClock::Pause(std::chrono::milliseconds ms) { std::this_thread::sleep_for(ms); }
 
+uint64_t SystemClock::MicroTicks() const {
+  using namespace std::chrono;
+  return static_cast<uint64_t>(duration_cast<microseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+void SystemClock::PauseUntil(uint64_t micros) {
+  std::this_thread::sleep_until(std::chrono::steady_clock::time_point(std::chrono::microseconds(micros)));
+}
+
 void ManualClock::Advance(std::chrono::milliseconds ms) {
   tick_ += static_cast<uint32_t>(ms.count());
   subSecondMs_ += static_cast<uint64_t>(ms.count());

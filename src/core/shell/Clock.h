@@ -24,6 +24,13 @@ class Clock {
   virtual LocalDateTime Now() const = 0;
   // Gives up the processor for about `ms` milliseconds.
   virtual void Pause(std::chrono::milliseconds ms) = 0;
+  // Microseconds since an arbitrary start, for what must keep time finer than a tick.
+  virtual uint64_t MicroTicks() const { return uint64_t{TickCount()} * 1000; }
+  // Gives up the processor until MicroTicks() reaches `micros` (whole ticks here).
+  virtual void PauseUntil(uint64_t micros) {
+    if (const uint64_t now = MicroTicks(); micros > now)
+      Pause(std::chrono::milliseconds((micros - now + 999) / 1000));
+  }
 };
 
 class SystemClock final : public Clock {
@@ -31,6 +38,8 @@ class SystemClock final : public Clock {
   uint32_t TickCount() const override;
   LocalDateTime Now() const override;
   void Pause(std::chrono::milliseconds ms) override;
+  uint64_t MicroTicks() const override;
+  void PauseUntil(uint64_t micros) override;
 };
 
 // A clock that moves only when told to, or by the pauses taken on it.

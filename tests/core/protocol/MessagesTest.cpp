@@ -8,6 +8,7 @@
 #include "database/Database.h"
 #include "database/DocumentDump.h"
 #include "protocol/Messages.h"
+#include "shell/Utility.h"
 #include "support/LinePeer.h"
 
 namespace r6183 {
@@ -160,6 +161,9 @@ TEST_F(MessagesTest, ReadEncodingsAndExceptions) {
       {"", "W01", "", "ERROR 6 RECEIVING Schedules:  W01"},
       {"", "N01" + std::string(14, '1'), "EmergencyPG|0|1|1|1|0|0|0|0|0|0|0|0|0|0|0|0\n", ""},
       {"", "C97101 Lobby          ", "", "ERROR CLID STATION DOES NOT MATCH: C97101 Lobby          "},
+      // the line's bytes become the document's UTF-8; the log is UTF-8 as well
+      {"", "C07" "1\xE9  " "Caf\xE9 cr\xE8me \x80 ", "Clid|7|1é  |Café crème € \n", ""},
+      {"", "C97" "101 " "R\xE9" "ception\x85   ", "", "ERROR CLID STATION DOES NOT MATCH: C97101 Réception…   "},
       {"", "G2" "1" + std::string(14, '0') + "1", "PageGroup|2|1|0|0|0|0|0|0|0|0|0|0|0|0|0|0|1\n", ""},
       {"", "G7" + zeros, "", "CustomPageGroup - Dialing Code does not match:  G7" + zeros},
       {"UPDATE ClassService SET \"Group\" = 17 - \"Group\"", "P0120120120120120",
@@ -180,6 +184,64 @@ TEST_F(MessagesTest, ReadEncodingsAndExceptions) {
     if (c.rows.empty()) EXPECT_EQ(dump, Dump(t->state.DefaultDbPath));
     else EXPECT_NE(dump.find(c.rows), std::string::npos) << dump;
   }
+}
+
+// The three checksum digits of a frame, summed here byte by byte without the tool's help.
+std::string Sum(const std::string& bytes) {
+  unsigned sum = 0;
+  for (unsigned char c : bytes) sum += c;
+  const char* hex = "0123456789ABCDEF";
+  return {hex[(sum >> 8) & 15], hex[(sum >> 4) & 15], hex[sum & 15]};
+}
+
+// Each character of a station's number and description is one byte of Windows-1252 on
+// the wire and in the checksum, and fills its field as one; the data file keeps the
+// frame as UTF-8 text.
+TEST_F(MessagesTest, StationFramesCarryOneByteACharacter) {
+  const struct {
+    std::string archnum, description;  // as the document holds them
+    std::string payload;               // written by hand: station 7, number, description
+  } cases[] = {
+      {"101", "Café crème", "C07" "101 " "Caf\xE9 cr\xE8me     "},
+      {"1é", "ÀÉÎÕÜàéîõüçñßøå", "C07" "1\xE9  " "\xC0\xC9\xCE\xD5\xDC\xE0\xE9\xEE\xF5\xFC\xE7\xF1\xDF\xF8\xE5"},
+      {"€12", "Œuvre “Žižek”ÿÆ!", "C07" "\x80" "12 " "\x8Cuvre \x93\x8Ei\x9E" "ek\x94\xFF\xC6"},  // cut at 15
+      {"7", "Straße – Büro", "C07" "7   " "Stra\xDF" "e \x96 B\xFCro  "},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.description);
+    Database db = Database::Open(Document(t.dir.str("doc"), "UPDATE Clid SET archnum = '" + c.archnum +
+                                                              "', clid_string = '" + c.description +
+                                                              "' WHERE clid_station = 7"));
+    comm->dataFile.Open(t.dir.str("tx_data.txt"));
+    toolEnd->ClearWritten();
+    msgs.SendClid(db);
+    const std::string frame = c.payload + Sum(c.payload) + "\r" + std::string(1, '\0');
+    ASSERT_EQ(c.payload.size(), 22u);
+    EXPECT_NE(toolEnd->Written().find(frame), std::string::npos) << toolEnd->Written();
+    const std::string data = DataFile();
+    const std::string line = "C07" + PadRight(c.archnum, 4) + PadRight(c.description, 15) + Sum(c.payload);
+    EXPECT_NE(data.find("\r\n" + line + "\r\n"), std::string::npos) << data;
+  }
+  EXPECT_FALSE(comm->transfer.TransferFailed || comm->ExceptionsFlag);
+}
+
+// A station whose text the line cannot carry is not sent at all: the routine stops
+// there with an exception for the log, the journal tells why, and the transfer goes on.
+TEST_F(MessagesTest, AStationTheLineCannotCarryIsNotSent) {
+  Database db = Database::Open(Document(
+      t.dir.str("doc"), "UPDATE Clid SET clid_string = 'Ωmega' WHERE clid_station = 3"));
+  msgs.SendClid(db);
+  const auto frames = Frames();
+  ASSERT_EQ(frames.size(), 2u);
+  EXPECT_EQ(frames.back().substr(0, 3), "C02");
+  EXPECT_TRUE(comm->ExceptionsFlag);
+  EXPECT_FALSE(comm->transfer.TransferFailed);
+  EXPECT_NE(LogFile().find("ERROR 5 SENDING MESSAGE (SendClid): C02"), std::string::npos);
+  const auto rows = test::JournalRows(*t);
+  ASSERT_EQ(rows.size(), 1u);
+  EXPECT_EQ(rows[0].number, 5);
+  EXPECT_EQ(rows[0].routine, "SendClid");
+  EXPECT_NE(rows[0].description.find("\"Ω\""), std::string::npos) << rows[0].description;
 }
 
 // A unit that stops answering: each routine tries its first message five times; only

@@ -102,6 +102,10 @@ TEST_F(ModCommTest, SendMsgKeepsHandshakeLettersOutOfTheDataFileAndNeedsItForThe
 TEST_F(ModCommTest, ReceiveMsgAnswersEachLineAsItDeserves) {
   const std::string a041 = "A041\r";
   const std::string y = "Y12" + comm->Compute_Checksum("Y12") + "\r";
+  // bytes of Windows-1252: each one character, whatever UTF-8 would make of them
+  std::string pairs = "E";
+  for (int i = 0; i < 25; ++i) pairs += "\xC3\xA9";
+  const std::string station = "C07101 Caf\xE9 cr\xE8me     ", c = station + comm->Compute_Checksum(station) + "\r";
   struct Case {
     const char* name;
     std::vector<std::string> lines;  // what the unit sends, one per turn
@@ -117,6 +121,8 @@ TEST_F(ModCommTest, ReceiveMsgAnswersEachLineAsItDeserves) {
       {"NUL and trailing garbage-free", {std::string("A0\0" "41\r", 6)}, false, true, kAckS, "A"},
       {"leading blanks shorten from the end", {"  A041\r", a041}, false, true, kNakS + kAckS, "A"},
       {"beyond 50 characters", {std::string(52, 'E') + "\r", a041}, false, true, kNakS + kAckS, "A"},
+      {"beyond 50 bytes", {pairs + "\r", a041}, false, true, kNakS + kAckS, "A"},
+      {"a byte above 7F", {c}, false, true, kAckS, station},
       {"unknown letter from newer firmware", {y}, true, true, kAckS, "Y12"},
       {"unknown letter, not accepted", {y, y, y, y, y}, false, false, std::string(5, kNak), ""},
   };
@@ -136,9 +142,16 @@ TEST_F(ModCommTest, ReceiveMsgAnswersEachLineAsItDeserves) {
   EXPECT_NE(log.find("1 - NACK:  A042\r\nValid :  A041\r\n"), std::string::npos);
   EXPECT_NE(log.find("1 - NACK:  " + y.substr(0, 6) + "\r\nIgnore Message Due to Rev Conflicts\r\n"), std::string::npos);
   EXPECT_NE(log.find("1 - NACK:    A0\r\n"), std::string::npos);
+  // the logs are UTF-8: the unit's bytes as the characters they stand for
+  std::string shown = "E";
+  for (int i = 0; i < 24; ++i) shown += "Ã©";
+  shown += "Ã";
+  EXPECT_NE(log.find("1 - NACK:  " + shown + "\r\n"), std::string::npos) << log;
+  const std::string sum = c.substr(22, 3);
+  EXPECT_NE(log.find("Valid :  C07101 Café crème     " + sum + "\r\n"), std::string::npos) << log;
   // only the data letters reach the data file
-  EXPECT_EQ(DataFile(), "A041\r\nA042\r\nA041\r\nA041\r\nA041\r\n" + std::string(50, 'E') +
-                            "\r\nA041\r\n");
+  EXPECT_EQ(DataFile(), "A041\r\nA042\r\nA041\r\nA041\r\nA041\r\n" + std::string(50, 'E') + "\r\nA041\r\n" + shown +
+                            "\r\nA041\r\nC07101 Café crème     " + sum + "\r\n");
 }
 
 TEST_F(ModCommTest, TraceLinesGoToTheJournalOnlyWhenAsked) {
