@@ -9,11 +9,12 @@
 #include "database/DocumentChecks.h"
 #include "editors/AutoModel.h"
 #include "editors/ClidModel.h"
-#include "editors/ClidText.h"
 #include "editors/ConflictModel.h"
 #include "editors/StationList.h"
 #include "editors/StationModel.h"
+#include "protocol/LineText.h"
 #include "shell/Session.h"
+#include "shell/Text.h"
 #include "shell/Utility.h"
 
 namespace r6183::ctl {
@@ -105,12 +106,12 @@ int Station(Session& session, const std::string& file, int station, const std::o
     return 2;
   }
   if (clid) {
-    if (const auto refusal = ClidTextRefusal(*clid, session.product.ProductModel)) {
+    if (const auto refusal = LineTextRefusal(*clid, session.product.ProductModel)) {
       std::cerr << "r6183ctl: --clid: " << *refusal << '\n';
       return 2;
     }
-    if (ClidLength(*clid) > static_cast<std::size_t>(kClidWidth)) {
-      std::cerr << "r6183ctl: --clid takes up to " << kClidWidth << " characters, got " << ClidLength(*clid) << '\n';
+    if (CharCount(*clid) > static_cast<std::size_t>(kClidWidth)) {
+      std::cerr << "r6183ctl: --clid takes up to " << kClidWidth << " characters, got " << CharCount(*clid) << '\n';
       return 2;
     }
   }

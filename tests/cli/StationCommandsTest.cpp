@@ -89,8 +89,8 @@ TEST_F(StationCommands, WrongStationsNumbersAndDescriptionsAreRefusedBeforeAnyth
       {"5 --arch 12345", "r6183ctl: --arch takes up to 4 digits, got \"12345\"\n"},
       {"5 --clid 'Sixteen chars!!!'", "r6183ctl: --clid takes up to 15 characters, got 16\n"},
       {"5 --clid 'Ωmega'",
-       "r6183ctl: --clid: The R-6183 cannot show \"Ω\". A CLID description may hold letters, digits and signs of "
-       "the Western European character set only.\n"},
+       "r6183ctl: --clid: The R-6183 cannot show \"Ω\". Use only the letters, digits and signs of Western European "
+       "languages.\n"},
   };
   for (const auto& c : cases) {
     const Result r = Run("station " + Site() + " " + c.args);

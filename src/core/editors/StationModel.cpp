@@ -2,9 +2,9 @@
 
 #include "database/Recordset.h"
 #include "editors/ClidModel.h"
-#include "editors/ClidText.h"
 #include "editors/ConflictModel.h"
 #include "editors/StationList.h"
+#include "protocol/LineText.h"
 #include "shell/Conversions.h"
 #include "shell/MenuModel.h"
 #include "shell/Session.h"
@@ -70,12 +70,12 @@ StationModel::StationModel(Session& session, ClidModel& clid) : s_(session), cli
   txtClid.OnChange = [this] {
     if (filling_) return;
     // only what the line can carry, and no more than it has room for
-    if (const auto refusal = ClidTextRefusal(txtClid.Text(), s_.product.ProductModel)) {
+    if (const auto refusal = LineTextRefusal(txtClid.Text(), s_.product.ProductModel)) {
       Fill(txtClid, acceptedClid_);
       s_.prompter().Message(*refusal, Buttons::Ok, Icon::Exclamation, s_.product.ProductTitle);
       return;
     }
-    if (ClidLength(txtClid.Text()) > kClidWidth) Fill(txtClid, LeftChars(txtClid.Text(), kClidWidth));
+    if (CharCount(txtClid.Text()) > kClidWidth) Fill(txtClid, LeftChars(txtClid.Text(), kClidWidth));
     acceptedClid_ = txtClid.Text();
     ClidTyped = true;
   };

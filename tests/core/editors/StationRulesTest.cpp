@@ -6,7 +6,6 @@
 
 #include "core/editors/StationsFixture.h"
 #include "editors/AutoModel.h"
-#include "editors/ClidText.h"
 #include "editors/StationList.h"
 
 namespace r6183::test {
@@ -139,25 +138,6 @@ TEST(StationRulesTest, TheLastNumberTakesDigitsOnlyAndNoMoreThanFour) {
   EXPECT_EQ(a.txtStopArchnum.Text(), "123");
   a.txtStopArchnum.SetText("98x7654");  // pasted
   EXPECT_EQ(a.txtStopArchnum.Text(), "9876");
-}
-
-TEST(StationRulesTest, ADescriptionHoldsOnlyWhatTheLineCarries) {
-  const struct {
-    const char* text;
-    bool refused;
-    std::size_t length;
-  } cases[] = {{"Front Office", false, 12}, {"Café Ñandú €5", false, 13}, {"Œuvre «ß» ÿ", false, 11},
-               {"Ωmega", true, 0},          {"日本", true, 0},            {"Tab\there", true, 0},
-               {"bad \xE9 byte", true, 0},  {"\xC0\xA0", true, 0}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(ClidTextRefusal(c.text, "R-6183").has_value(), c.refused) << c.text;
-    if (!c.refused) {
-      EXPECT_EQ(ClidLength(c.text), c.length) << c.text;
-    }
-  }
-  EXPECT_EQ(*ClidTextRefusal("Ωmega", "R-6183"),
-            "The R-6183 cannot show \"Ω\". A CLID description may hold letters, digits and signs of the Western "
-            "European character set only.");
 }
 
 }  // namespace
