@@ -22,6 +22,7 @@
 #include "protocol/Revisions.h"
 #include "protocol/SendTransfer.h"
 #include "database/ToneDefaults.h"
+#include "editors/ScheduleScript.h"
 #include "shell/Conversions.h"
 #include "shell/FileOps.h"
 #include "shell/Session.h"
@@ -303,6 +304,79 @@ int DateTime(Session& session, const std::string& port, const std::string& set, 
   TellOpenFailure(comm, port);
   comm.Exit_Comm();
   return code;
+}
+
+}  // namespace r6183::ctl
+
+namespace r6183::ctl {
+
+namespace {
+// Opens FILE as the Open command does, on a private work copy; false with the reason on stderr.
+bool OpenDocument(Session& session, const std::string& file, const PrivateDir& dir) {
+  session.state.WorkDbPath = dir / "~TEMP";  // a running desktop program keeps its own
+  OpenDatabase(session, file);
+  if (session.state.CurrentFileName == file) return true;
+  std::cerr << "r6183ctl: " << file << " was not opened\n";
+  return false;
+}
+}  // namespace
+
+int Events(Session& session, const std::string& file, int schedule) {
+  PrivateDir dir;
+  if (!OpenDocument(session, file, dir)) return 2;
+  for (int n = 1; n <= 6; ++n) {
+    if (schedule != 0 && n != schedule) continue;
+    if (schedule == 0) std::cout << "Master Clock Schedule " << n << '\n';
+    for (const std::string& line : ScheduleLines(session, n)) std::cout << line << '\n';
+  }
+  return 0;
+}
+
+int EventAdd(Session& session, const std::string& file, const EventRequest& request) {
+  PrivateDir dir;
+  if (!OpenDocument(session, file, dir)) return 2;
+  std::string line, refusal;
+  if (!ScriptAddEvent(session, request, line, refusal)) {
+    if (!refusal.empty()) std::cerr << "r6183ctl: " << refusal << '\n';
+    return 1;
+  }
+  if (!WriteWhole(session.state.WorkDbPath, file)) return 1;
+  std::cout << line << '\n';
+  return 0;
+}
+
+int EventDelete(Session& session, const std::string& file, int schedule, const std::string& time) {
+  PrivateDir dir;
+  if (!OpenDocument(session, file, dir)) return 2;
+  std::string refusal;
+  if (!ScriptDeleteEvent(session, schedule, time, refusal)) {
+    std::cerr << "r6183ctl: " << refusal << '\n';
+    return 1;
+  }
+  return WriteWhole(session.state.WorkDbPath, file) ? 0 : 1;
+}
+
+int Days(Session& session, const std::string& file, int schedule, const std::optional<std::string>& set) {
+  std::optional<std::array<bool, 7>> days;
+  if (set) {
+    days = ParseDays(*set);
+    if (!days) {
+      std::cerr << "r6183ctl: --set wants days such as Mon,Tue (Sun to Sat), got \"" << *set << "\"\n";
+      return 2;
+    }
+  }
+  PrivateDir dir;
+  if (!OpenDocument(session, file, dir)) return 2;
+  if (!days) {
+    std::cout << DaysText(ScheduleDays(session, schedule)) << '\n';
+    return 0;
+  }
+  std::string refusal;
+  if (!ScriptSetDays(session, schedule, *days, refusal)) {
+    std::cerr << "r6183ctl: " << refusal << '\n';
+    return 1;
+  }
+  return WriteWhole(session.state.WorkDbPath, file) ? 0 : 1;
 }
 
 }  // namespace r6183::ctl

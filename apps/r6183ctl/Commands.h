@@ -1,6 +1,9 @@
 #pragma once
 // The commands of r6183ctl. Each returns the process exit code.
+#include <optional>
 #include <string>
+
+#include "editors/ScheduleScript.h"
 
 namespace r6183 {
 class Session;
@@ -32,5 +35,17 @@ int Send(Session& session, const std::string& file, const std::string& port);
 // Reads the unit's date, time and daylight switch and prints them; with `set` ("mm/dd/yy
 // hh:mm:ss" or "now") and/or `dst` ("on"/"off") sends them as "Update" does.
 int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst);
+
+// The event lines of one schedule (or of all six, each after its window's caption), as the
+// schedule window lists them; 0, or 2 when FILE does not open.
+int Events(Session& session, const std::string& file, int schedule);
+// Adds an event as the schedule and event windows do and saves FILE; 0 when the event was
+// saved, 1 with the window's message on stderr and FILE unchanged when it was refused.
+int EventAdd(Session& session, const std::string& file, const EventRequest& request);
+// Deletes the event at the time from the schedule and saves FILE; 1 when there is none.
+int EventDelete(Session& session, const std::string& file, int schedule, const std::string& time);
+// Prints the active days of the schedule ("Mon,Tue"), or with `set` makes them those days
+// and saves FILE; 1 when a day is active in another schedule.
+int Days(Session& session, const std::string& file, int schedule, const std::optional<std::string>& set);
 
 }  // namespace r6183::ctl

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <iostream>
+#include <sstream>
 
 #include "Commands.h"
 #include "ConsolePrompter.h"
@@ -59,6 +60,30 @@ int main(int argc, char** argv) {
   datetime->add_flag("--set-now", setNow, "send the PC's date and time")->excludes(setOpt);
   datetime->add_option("--dst", dst, "switch the daylight-saving adjustment on or off")->check(CLI::IsMember({"on", "off"}));
 
+  int schedule = 0;
+  std::string time, duration, groups, days;
+  int relay = 0;
+  auto* events = app.add_subcommand("events", "print the event lines of FILE as the schedule windows list them");
+  events->add_option("FILE", file)->required();
+  events->add_option("--schedule", schedule, "only this schedule, 1 to 6")->check(CLI::Range(1, 6));
+  auto* event = app.add_subcommand("event", "add or delete an event of FILE as the schedule and event windows do");
+  event->require_subcommand(1);
+  auto* eventAdd = event->add_subcommand("add", "add an event and save FILE");
+  eventAdd->add_option("FILE", file)->required();
+  eventAdd->add_option("--schedule", schedule, "schedule 1 to 6")->required()->check(CLI::Range(1, 6));
+  eventAdd->add_option("--time", time, "start time as typed: hh:mm, h:m, hmm")->required();
+  auto* relayOpt = eventAdd->add_option("--relay", relay, "relay 1 to 4")->check(CLI::Range(1, 4));
+  auto* durationOpt = eventAdd->add_option("--duration", duration, "seconds, 1 to 59");
+  auto* groupsOpt = eventAdd->add_option("--groups", groups, "page groups, as 1,3,16");
+  auto* eventDelete = event->add_subcommand("delete", "delete the event at the time and save FILE");
+  eventDelete->add_option("FILE", file)->required();
+  eventDelete->add_option("--schedule", schedule, "schedule 1 to 6")->required()->check(CLI::Range(1, 6));
+  eventDelete->add_option("--time", time, "start time, hh:mm")->required();
+  auto* daysCmd = app.add_subcommand("days", "print, or with --set change, the active days of a schedule of FILE");
+  daysCmd->add_option("FILE", file)->required();
+  daysCmd->add_option("--schedule", schedule, "schedule 1 to 6")->required()->check(CLI::Range(1, 6));
+  auto* setDays = daysCmd->add_option("--set", days, "the active days, as Mon,Tue; \"\" for none");
+
   CLI11_PARSE(app, argc, argv);
 
   if (*frame) {
@@ -99,6 +124,26 @@ int main(int argc, char** argv) {
     if (*receive) return ctl::Receive(session, file, port, force);
     if (*send) return ctl::Send(session, file, port);
     if (*datetime) return ctl::DateTime(session, port, setNow ? "now" : setTime, dst);
+    if (*events) return ctl::Events(session, file, schedule);
+    if (*eventAdd) {
+      EventRequest request{schedule, time, std::nullopt, std::nullopt, std::nullopt};
+      if (*relayOpt) request.relay = relay;
+      if (*durationOpt) request.duration = duration;
+      if (*groupsOpt) {
+        request.groups.emplace();
+        std::istringstream list(groups);
+        for (std::string g; std::getline(list, g, ',');) {
+          if (g.find_first_not_of(" 0123456789") != std::string::npos || g.find_first_of("0123456789") == std::string::npos) {
+            std::cerr << "r6183ctl: --groups wants page group numbers, as 1,3,16, got \"" << groups << "\"\n";
+            return 2;
+          }
+          request.groups->push_back(std::stoi(g));
+        }
+      }
+      return ctl::EventAdd(session, file, request);
+    }
+    if (*eventDelete) return ctl::EventDelete(session, file, schedule, time);
+    if (*daysCmd) return ctl::Days(session, file, schedule, *setDays ? std::optional<std::string>(days) : std::nullopt);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
     return 2;

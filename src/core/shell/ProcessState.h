@@ -47,6 +47,15 @@ struct ProcessState {
   // RecentFiles[1] is the most recent; element 0 is unused so that slots keep
   // their numbers 1 to 4.
   std::array<std::string, 5> RecentFiles{};
+
+  // the schedule and event windows: events per schedule (index ScheduleNumber-1), the
+  // event in work and the place of the schedule window that opened the event window
+  std::array<int16_t, 6> EventsInSchedule{};
+  std::string CurStartTime;
+  uint8_t CurTone = 0;
+  uint8_t CurDuration = 0;
+  std::array<bool, 16> CurPageGroups{};
+  int16_t SchedFormIndex = 0;
 };
 
 }  // namespace r6183

@@ -10,6 +10,8 @@
 #include <QMenuBar>
 
 #include "database/DocumentCommands.h"
+#include "editors/ScheduleModel.h"
+#include "gui/editors/frmSched.h"
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
 #include "gui/protocol/frmMsgWait.h"
@@ -162,15 +164,13 @@ void frmMenu::BindHandlers() {
 
   // Windows still to come. The window-opening guard holds for the programming windows but
   // the clocks.
-  for (const char* name : {"mnuSched1", "mnuSched2", "mnuSched3", "mnuSched4", "mnuSched5", "mnuSched6",
-                           "mnuArchNum", "mnuClassService", "mnuPageGroup", "mnuBGM", "mnuSysOpt", "mnuConfig"})
+  for (int i = 1; i <= 6; ++i) h["mnuSched" + std::to_string(i)] = [&s, i] { mnuSched_Click(s, i); };
+  h["mnuAllSched"] = [&s] { mnuAllSched_Click(s); };
+  for (const char* name : {"mnuArchNum", "mnuClassService", "mnuPageGroup", "mnuBGM", "mnuSysOpt", "mnuConfig"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, true); };
   for (const char* name : {"mnuClocks", "mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect",
                            "mnuManualConnect", "mnuModemRelease"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, false); };
-  h["mnuAllSched"] = [this] {
-    for (int i = 6; i >= 1; --i) Click("mnuSched" + std::to_string(i));
-  };
 }
 
 void frmMenu::NotYetBuilt(const std::string& item, bool guarded) {
@@ -259,6 +259,14 @@ void frmMenu::ShowModal(const std::string& name) {
 
 void frmMenu::Show(const std::string& name) {
   if (name == "frmSwitchBoard") switchBoard_->Form_Load();
+  if (name == "frmSched") {
+    // one window a schedule, made on first use and kept
+    const int n = session_.state.ScheduleNumber;
+    if (n < 1 || n > static_cast<int>(schedules_.size())) return;
+    frmSched*& w = schedules_[static_cast<std::size_t>(n - 1)];
+    if (!w) w = new frmSched(session_, mdi_);
+    w->Open(*mdi_);
+  }
 }
 
 void frmMenu::EnableMain(bool on) {

@@ -3,6 +3,7 @@
 // windows, the start and the end of the program, and the windows core asks for.
 #include <QMainWindow>
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -24,6 +25,7 @@ class ModComm;
 namespace r6183::gui {
 
 class frmMsgWait;
+class frmSched;
 class frmSwitchBoard;
 
 class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
@@ -39,6 +41,8 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   QAction* Action(const std::string& name) const;
   frmMsgWait& progress() const { return *progress_; }
   frmSwitchBoard* switchBoard() const { return switchBoard_; }
+  // The window of schedule n (1 to 6), once it has been opened.
+  frmSched* schedule(int n) const { return schedules_.at(static_cast<std::size_t>(n - 1)); }
   QMdiArea* mdiArea() const { return mdi_; }
   // Runs the command of a menu item, as a click does.
   void Click(const std::string& name);
@@ -89,6 +93,7 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   QMdiArea* mdi_;
   frmMsgWait* progress_;
   frmSwitchBoard* switchBoard_;
+  std::array<frmSched*, 6> schedules_{};
   std::map<std::string, QAction*> actions_;
   std::map<std::string, QMenu*> menus_;
   std::map<std::string, std::function<void()>> handlers_;
