@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 
+#include "ScratchDir.h"
 #include "protocol/Messages.h"
 #include "protocol/ModComm.h"
 #include "shell/Clock.h"
@@ -19,11 +20,9 @@ namespace {
 struct Bench {
   Bench() : session(AppDir("/nonexistent-r6183-fuzz"), prompter, clock), comm(session, {}), messages(session, comm) {
     namespace fs = std::filesystem;
-    char tmpl[] = "/tmp/r6183-fuzz-XXXXXX";
-    const fs::path dir = ::mkdtemp(tmpl);
     const char* source = std::getenv("R6183_TEMPLATE");
-    fs::copy_file(source ? source : R6183_TEMPLATE, dir / "~TEMP");
-    session.state.WorkDbPath = (dir / "~TEMP").string();
+    fs::copy_file(source ? source : R6183_TEMPLATE, dir.path() / "~TEMP");
+    session.state.WorkDbPath = (dir.path() / "~TEMP").string();
     comm.logFile.Open("/dev/null");
     comm.dataFile.Open("/dev/null");
     messages.tables.Open_Tables(session);
@@ -31,6 +30,7 @@ struct Bench {
     messages.tables.db.Execute("PRAGMA synchronous = OFF");
     messages.tables.db.Execute("PRAGMA journal_mode = MEMORY");
   }
+  fuzz::ScratchDir dir;  // removed at exit
   ScriptedPrompter prompter;
   ManualClock clock;
   Session session;

@@ -132,7 +132,7 @@ class EditorWindowsTest : public ::testing::Test {
     return out;
   }
   // Runs `script` on the event window once it is up inside its modal loop (looked for until
-  // it shows, for at most five seconds), then closes it by its system box if the script left
+  // it shows, for at most thirty seconds), then closes it by its system box if the script left
   // it open. Queue it before the click that opens the window.
   void WhenEventWindowOpens(std::function<void(frmEvent&)> script) {
     auto* poll = new QTimer(qApp);
@@ -142,7 +142,7 @@ class EditorWindowsTest : public ::testing::Test {
     QObject::connect(poll, &QTimer::timeout, [poll, started, script = std::move(script)] {
       auto* w = qobject_cast<frmEvent*>(QApplication::activeModalWidget());
       if (!w) {
-        if (started->elapsed() < 5000) return;
+        if (started->elapsed() < 30000) return;
         poll->deleteLater();
         ADD_FAILURE() << "no event window";
         return;

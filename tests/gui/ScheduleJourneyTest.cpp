@@ -123,6 +123,7 @@ TEST_F(ScheduleJourney, ThreeEventsAndTwoDaysReachTheFile) {
                                              "Event|1|10:00|1|1" + groups1()}));
   EXPECT_EQ(removed, std::vector<std::string>{});
   EXPECT_EQ(saved.size(), fresh.size() + 3);
+  EXPECT_EQ(JournalRows(*t), std::vector<JournalRow>{}) << "no step failed on the way";
 }
 
 TEST_F(ScheduleJourney, PictureOfScheduleOneBesideTheEventWindow) {

@@ -12,6 +12,8 @@
 #include "gui/shell/frmMenu.h"
 #include "gui/shell/frmSwitchBoard.h"
 #include "shell/InstanceLock.h"
+#include "shell/Settings.h"
+#include "shell/SwitchBoard.h"
 #include "sim/LinkedUnit.h"
 
 namespace r6183::gui {
@@ -170,6 +172,42 @@ TEST_F(MainWindow, TheQuickMenuGoesInsideTheMainWindowWhenItsPlaceIsOffTheScreen
   EXPECT_FALSE(window->switchBoard()->isVisible());
   EXPECT_NE(test::ReadFile(t.dir.path() / "settings.ini").find("SwitchBorad Left=" + std::to_string(quick.x() * 15)),
             std::string::npos);
+}
+
+// The place is kept in twips; a pixel holds 15 of them, and a place that is no multiple
+// of 15 must not creep at each load and save. A side the operator moves takes its pixels.
+TEST_F(MainWindow, TheQuickMenuKeepsItsPlaceToTheTwipAcrossLoadsAndSaves) {
+  const struct {
+    TwipsRect saved;  // top, left, width, height
+    QPoint moveBy;    // pixels, after the first load
+    TwipsRect kept;
+  } cases[] = {
+      {{500, 500, 2670, 2500}, {}, {500, 500, 2670, 2500}},
+      {{1007, 2003, 2670, 3001}, {}, {1007, 2003, 2670, 3001}},
+      {{1007, 2003, 2670, 3001}, {10, 0}, {1007, (2003 / 15 + 10) * 15, 2670, 3001}},
+  };
+  ASSERT_TRUE(Start());
+  window->Click("mnuFileNew");
+  ProcessState& st = t->state;
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.saved.top);
+    st.SwitchBoardTop = c.saved.top;
+    st.SwitchBoardLeft = c.saved.left;
+    st.SwitchBoardWidth = c.saved.width;
+    st.SwitchBoardHeight = c.saved.height;
+    PutSwitchBoardVal(*t);
+    for (int round = 0; round < 3; ++round) {
+      if (!window->switchBoard()->isVisible()) window->Click("mnuSwitchBoard");  // loads from the settings
+      ASSERT_TRUE(window->switchBoard()->isVisible());
+      if (round == 0) window->switchBoard()->move(window->switchBoard()->pos() + c.moveBy);
+      window->Click("mnuSwitchBoard");  // unloads and saves
+      st.SwitchBoardTop = st.SwitchBoardLeft = st.SwitchBoardWidth = st.SwitchBoardHeight = 0;
+      getSwitchBoardValues(*t);
+      EXPECT_EQ((TwipsRect{st.SwitchBoardTop, st.SwitchBoardLeft, st.SwitchBoardWidth, st.SwitchBoardHeight}), c.kept)
+          << "round " << round << ": " << st.SwitchBoardTop << " " << st.SwitchBoardLeft << " " << st.SwitchBoardWidth
+          << " " << st.SwitchBoardHeight;
+    }
+  }
 }
 
 }  // namespace

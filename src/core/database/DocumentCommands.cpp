@@ -11,6 +11,7 @@
 #include "database/Revision.h"
 #include "database/TableSource.h"
 #include "database/ToneDefaults.h"
+#include "shell/AppDir.h"
 #include "shell/FileOps.h"
 #include "shell/Labels.h"
 #include "shell/MainMenu.h"
@@ -27,6 +28,7 @@ namespace {
 constexpr const char* kOpenTitle = "Open database";
 constexpr const char* kSaveAsTitle = "Save As";
 constexpr const char* kRequired = " is required by the Programming Tool and cannot be selected.";
+constexpr const char* kReplace = " already exists.\nDo you want to replace it?";
 
 // Restores the pointer however a command ends.
 class Hourglass {
@@ -123,10 +125,12 @@ bool Convert(Session& s, const std::string& path) {
   return true;
 }
 
-// Save and Save As end the same way: remove the target, copy the work copy there.
-bool WriteDocument(Session& s, const std::string& target) {
-  if (!fcnRemoveFile(target)) {
-    s.Message("File " + target + " is write protected.\n\nPlease remove the protection or save to another file.");
+// Save and Save As end the same way: remove the file the document replaces, copy the
+// work copy to the target. `replaced` is the target, or a file whose name differs from
+// it only in case. A read-only file is not removed, although the folder would allow it.
+bool WriteDocument(Session& s, const std::string& target, const std::string& replaced) {
+  if ((Exists(replaced) && ReadOnly(replaced)) || !fcnRemoveFile(replaced)) {
+    s.Message("File " + replaced + " is write protected.\n\nPlease remove the protection or save to another file.");
     s.state.SaveCancelled = 1;
     return false;
   }
@@ -239,7 +243,7 @@ void mnuFileSave_Click(Session& s) {
     return;
   }
   Hourglass busy(s);
-  WriteDocument(s, file);
+  WriteDocument(s, file, file);
 }
 
 void mnuFileSaveAs_Click(Session& s) {
@@ -249,9 +253,11 @@ void mnuFileSaveAs_Click(Session& s) {
   SaveOpenForms(s, "Save File");
   if (s.state.SaveCancelled) return;
 
+  // The chooser does not ask about replacing a file: the name is upper-cased after it,
+  // and the question below concerns the file that is written.
   FileChoice choice{"Save As", kDatabaseFilter,
-                    s.state.CurrentFileName == kUntitled ? "Untitled.mdb" : s.state.CurrentFileName, true};
-  std::string name;
+                    s.state.CurrentFileName == kUntitled ? "Untitled.mdb" : s.state.CurrentFileName, false};
+  std::string name, replaced;
   for (;;) {
     const auto chosen = s.prompter().SaveFile(choice);
     if (!chosen || chosen->empty()) {
@@ -269,7 +275,8 @@ void mnuFileSaveAs_Click(Session& s) {
     }
     if (!file.ends_with(".MDB")) {
       if (file.find('.') != std::string::npos) {
-        s.prompter().Message(file + "\nThe above filename is invalid.", Buttons::Ok, Icon::None, kSaveAsTitle);
+        s.prompter().Message((p.parent_path() / file).string() + "\nThe above filename is invalid.", Buttons::Ok,
+                             Icon::None, kSaveAsTitle);
         continue;
       }
       file += ".MDB";
@@ -279,10 +286,15 @@ void mnuFileSaveAs_Click(Session& s) {
       s.prompter().Message(name + "\n" + kRequired, Buttons::Ok, Icon::None, kSaveAsTitle);
       continue;
     }
+    // names are told apart without regard to case: a file "site.mdb" is the file SITE.MDB
+    replaced = ResolveNoCase(name);
+    if (Exists(replaced) &&
+        s.prompter().Message(replaced + kReplace, Buttons::YesNo, Icon::Exclamation, kSaveAsTitle) != Answer::Yes)
+      continue;
     break;
   }
   Hourglass busy(s);
-  if (!WriteDocument(s, name)) return;
+  if (!WriteDocument(s, name, replaced)) return;
   NameDocument(s, name);
   Remember(s, name);
 }

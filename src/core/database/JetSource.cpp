@@ -31,6 +31,8 @@ constexpr int kLocalTable = 1;             // MSysObjects.Type of a table in the
 constexpr long kSystemFlags = 0x80000002;  // MSysObjects.Flags bits of system tables
 constexpr std::size_t kOleHeader = 12;
 constexpr int kOffsetMask = 0x1FFF;  // of a row's offset on its page
+// Room for a text of 255 characters of three bytes each, a number or a key as text.
+constexpr std::size_t kShortBind = 1024;
 
 struct HandleCloser {
   void operator()(MdbHandle* h) const { mdb_close(h); }
@@ -135,14 +137,21 @@ std::unique_ptr<OpenedTable> OpenTable(MdbHandle* mdb, const std::string& name, 
 // The rows of a table; columns not wanted come out as Null and are not read.
 class RowReader {
  public:
-  RowReader(MdbHandle* mdb, OpenedTable& table, std::vector<bool> want, std::size_t bindSize)
-      : mdb_(mdb),
-        t_(table.def.get()),
-        name_(table.entry.object_name),
-        want_(std::move(want)),
-        bindSize_(bindSize) {
+  // `limit`: the most a memo or OLE value may take.
+  RowReader(MdbHandle* mdb, OpenedTable& table, std::vector<bool> want, std::size_t limit)
+      : mdb_(mdb), t_(table.def.get()), name_(table.entry.object_name), want_(std::move(want)) {
     const unsigned n = t_->num_cols;
     want_.resize(n, false);
+    // libmdb fills every bound buffer up to one size. Only memo and OLE values are long;
+    // text, numbers and keys fit kShortBind, so a table of many text columns doesn't take
+    // a megabyte for each of them.
+    bool longValues = false;
+    for (unsigned i = 0; i < n; ++i) {
+      const int type = ColumnAt(t_, i)->col_type;
+      if (want_[i] && (type == MDB_MEMO || type == MDB_OLE)) longValues = true;
+    }
+    bindSize_ = longValues ? limit : std::min(limit, kShortBind);
+    mdb_set_bind_size(mdb_, bindSize_);
     buffers_.resize(n);
     lengths_.assign(n, 0);
     for (unsigned i = 0; i < n; ++i) {
@@ -265,7 +274,7 @@ class RowReader {
   MdbTableDef* t_;
   std::string name_;
   std::vector<bool> want_;
-  std::size_t bindSize_;
+  std::size_t bindSize_ = 0;
   std::vector<MdbColumn*> cols_;
   std::vector<std::unique_ptr<char[]>> buffers_;
   std::vector<int> lengths_;
@@ -395,7 +404,6 @@ std::unique_ptr<TableSource> Open(const std::string& path, std::size_t bindSize)
 
   Handle mdb(mdb_open(path.c_str(), MDB_NOFLAGS));
   if (!mdb) throw RuntimeError(err::NotADatabase);
-  mdb_set_bind_size(mdb.get(), bindSize);
   return std::make_unique<JetSource>(std::move(mdb), size, bindSize);
 }
 

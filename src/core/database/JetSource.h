@@ -8,8 +8,10 @@
 
 namespace r6183::jet {
 
-// How many bytes a text, memo or OLE chunk may take once read: far above any value a
-// document holds. A value that would not fit raises an error instead of being cut.
+// How many bytes a memo or OLE chunk may take once read: far above any value a document
+// holds. A value that would not fit raises an error instead of being cut. Tables without
+// such columns take their values into buffers of a kilobyte, which a text of 255
+// characters fits.
 inline constexpr std::size_t kBindSize = std::size_t{1} << 20;
 
 // A Jet date (days since 1899-12-30, the fraction the time of day, counted forward

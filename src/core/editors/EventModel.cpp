@@ -193,7 +193,7 @@ bool EventModel::UncommittedChanges() const {
 }
 
 void EventModel::Accept() {
-  cmdSave.Press();
+  Click(cmdSave);  // a start time being typed counts as left
   if (loaded_ && CurrentMode() == Mode::View) cmdClose.Press();
 }
 

@@ -20,7 +20,6 @@ constexpr Where kDeactivate{kModule, "Form Deactivate"};
 constexpr Where kLoad{kModule, "Form Load"};
 constexpr Where kUnload{kModule, "Unload"};
 constexpr Where kList{kModule, "lstEvent"};
-constexpr Where kFormIndex{kModule, "GetformIndex"};
 
 constexpr const char* kDayCaptions[] = {" Sunday",   " Monday", " Tuesday",  " Wednesday",
                                         " Thursday", " Friday", " Saturday"};

@@ -86,10 +86,21 @@ std::string LineEndStyle(const std::vector<Line>& lines) {
   return "\r\n";
 }
 
+bool QuotePair(std::string_view v) {
+  return v.size() >= 2 && v.front() == v.back() && (v.front() == '"' || v.front() == '\'');
+}
+
 std::string Unquote(std::string_view v) {
-  if (v.size() >= 2 && v.front() == v.back() && (v.front() == '"' || v.front() == '\''))
-    v = v.substr(1, v.size() - 2);
+  if (QuotePair(v)) v = v.substr(1, v.size() - 2);
   return std::string(v);
+}
+
+// A value as it is stored so that a read gives it back: in quotes when a read would
+// otherwise lose its blanks at either end, a pair of quotes around it, or a carriage
+// return at its end. Anything else is stored as it stands, as earlier installations do.
+std::string Stored(std::string_view v) {
+  const bool quote = !v.empty() && (IsBlank(v.front()) || IsBlank(v.back()) || v.back() == '\r' || QuotePair(v));
+  return quote ? "\"" + std::string(v) + "\"" : std::string(v);
 }
 
 enum class ReadResult { Ok, Missing, Failed };
@@ -198,10 +209,10 @@ std::string Update(std::string_view text, std::string_view section, std::string_
     }
   }
 
-  const std::string entry = std::string(wantKey) + "=" + std::string(value);
+  const std::string entry = std::string(wantKey) + "=" + Stored(value);
   if (keyLine) {
     const Parsed p = Classify(lines[*keyLine].body);
-    lines[*keyLine].body = std::string(p.name) + "=" + std::string(value);
+    lines[*keyLine].body = std::string(p.name) + "=" + Stored(value);
   } else if (header) {
     const std::size_t at = (lastEntry ? *lastEntry : *header) + 1;
     if (lines[at - 1].eol.empty()) lines[at - 1].eol = eol;

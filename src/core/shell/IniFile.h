@@ -39,7 +39,9 @@ namespace ini {
 // The raw value of `key` in `section` of an INI text: blanks and one pair of
 // matching quotes removed; empty when missing.
 std::string Lookup(std::string_view text, std::string_view section, std::string_view key);
-// The INI text with `key` of `section` set to `value`, everything else unchanged.
+// The INI text with `key` of `section` set to `value`, everything else unchanged. The
+// value is quoted when a read would not give it back otherwise (blanks or a carriage
+// return at an end, quotes around it); a line break in it is the caller's fault.
 std::string Update(std::string_view text, std::string_view section, std::string_view key,
                    std::string_view value);
 // The platform's integer read of a text: blanks, sign, digits up to the first other

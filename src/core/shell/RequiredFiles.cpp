@@ -1,5 +1,7 @@
 #include "shell/RequiredFiles.h"
 
+#include <algorithm>
+
 #include "shell/FileOps.h"
 #include "shell/ProductIdentity.h"
 #include "shell/Session.h"
@@ -20,7 +22,10 @@ bool CheckList(Session& session, const std::string& list, const std::string& shi
 
 bool CheckFile(Session& session, const std::string& name) {
   if (session.appDir().Has(name)) return true;
-  session.prompter().Message("File '" + name +
+  // the lookup takes "reports/sched.rpt"; the message keeps the system's "reports\sched.rpt"
+  std::string shown = name;
+  std::replace(shown.begin(), shown.end(), '/', '\\');
+  session.prompter().Message("File '" + shown +
                                  "' was not found in the application directory. Make sure the "
                                  "application was properly installed.",
                              Buttons::Ok, Icon::Exclamation, session.product.ProductTitle);

@@ -8,7 +8,7 @@ namespace r6183 {
 class Session;
 
 // True when the application directory holds `name`; otherwise tells the operator
-// which file is missing and returns false.
+// which file is missing (a folder shown with a backslash) and returns false.
 bool CheckFile(Session& session, const std::string& name);
 
 // DEFAULT and Errors are always both checked; from the lists on, the first missing

@@ -51,10 +51,10 @@ void frmSwitchBoard::Form_Load() {
   form_.Load();
   getSwitchBoardValues(session_);
   const QRect avail = ScreenArea(*main_);
-  const TwipsRect place = SwitchBoardPlace(session_.state, ToTwips(avail.right() + 1), ToTwips(avail.bottom() + 1),
-                                           ToTwips(main_->frameGeometry()));
+  placed_ = SwitchBoardPlace(session_.state, ToTwips(avail.right() + 1), ToTwips(avail.bottom() + 1),
+                             ToTwips(main_->frameGeometry()));
   resizing_ = true;
-  setGeometry(ToPixels(place));
+  setGeometry(ToPixels(placed_));
   resizing_ = false;
   lstMenu_->clear();
   for (const std::string& entry : SwitchBoardEntries(session_.state)) lstMenu_->addItem(QString::fromStdString(entry));
@@ -65,7 +65,7 @@ void frmSwitchBoard::Form_Load() {
 
 void frmSwitchBoard::Form_Unload() {
   if (!form_.Loaded()) return;
-  const TwipsRect now = ToTwips(geometry());
+  const TwipsRect now = ToTwipsKeeping(geometry(), placed_);
   auto& st = session_.state;
   st.SwitchBoardTop = now.top;
   st.SwitchBoardLeft = now.left;

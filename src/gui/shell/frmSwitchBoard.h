@@ -7,6 +7,7 @@
 #include <string>
 
 #include "gui/shell/FormLink.h"
+#include "shell/SwitchBoard.h"
 
 class QListWidget;
 class QPushButton;
@@ -44,6 +45,7 @@ class frmSwitchBoard : public QWidget {
   QPushButton *cmdOpen_, *cmdAll_;
   QTimer* Timer1_;
   bool resizing_ = false;
+  TwipsRect placed_;  // the place Form_Load gave the window
 };
 
 }  // namespace r6183::gui

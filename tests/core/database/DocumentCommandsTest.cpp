@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <optional>
 #include <random>
+#include <set>
 
 #include "database/DocumentCommands.h"
 #include "database/ImportData.h"
@@ -216,7 +219,7 @@ TEST_F(Documents, SaveAsTakesCapitalsAndRefusesOtherExtensionsAndProgramFiles) {
     t.prompter.QueueFile(name);
   mnuFileSave_Click(*t);  // an untitled document goes to Save As
   const std::string saved = docs.str("SITE.MDB");
-  EXPECT_EQ(Texts(), (std::vector<std::string>{"SITE.TXT\nThe above filename is invalid.",
+  EXPECT_EQ(Texts(), (std::vector<std::string>{docs.str("SITE.TXT") + "\nThe above filename is invalid.",
                                                t->state.WorkDbPath + "\n" + kRequired}));
   EXPECT_EQ(t.prompter.FileChoices().at(0).initialName, "Untitled.mdb");
   EXPECT_EQ(t.prompter.FileChoices().at(0).filter, "Database Files (*.mdb)|*.mdb");
@@ -224,6 +227,70 @@ TEST_F(Documents, SaveAsTakesCapitalsAndRefusesOtherExtensionsAndProgramFiles) {
   EXPECT_EQ(t->state.RecentFiles[1], saved);
   EXPECT_EQ(t->menu.WindowCaption(), "Title - " + saved);
   EXPECT_EQ(Peek(saved, "SELECT count(*) FROM Clid"), "96");
+}
+
+// The name typed is upper-cased; the question, the read-only check and the write all
+// concern that one file, and a file whose name differs only in case counts as it.
+TEST_F(Documents, SaveAsAsksAboutTheFileItWritesWhateverTheCaseTyped) {
+  struct Case {
+    const char* name;
+    std::vector<std::string> present;  // files in the folder before, each holding its own name
+    bool readOnly;                     // the first of them
+    std::string typed;
+    std::optional<Answer> answer;      // nothing: no question
+    std::string asked;                 // the file the question names
+    std::set<std::string> after;       // the folder afterwards
+    std::string document;              // the file that holds the document, if any
+    std::string refused;               // the file a refusal to write names, if any
+  };
+  const std::string replace = " already exists.\nDo you want to replace it?";
+  const std::string protectedText = " is write protected.\n\nPlease remove the protection or save to another file.";
+  const Case cases[] = {
+      {"capitals there, declined", {"SITE.MDB"}, false, "site.mdb", Answer::No, "SITE.MDB", {"SITE.MDB"}, "", ""},
+      {"capitals there, replaced", {"SITE.MDB"}, false, "site.mdb", Answer::Yes, "SITE.MDB", {"SITE.MDB"}, "SITE.MDB", ""},
+      {"small letters there", {"site.mdb"}, false, "Site.Mdb", Answer::Yes, "site.mdb", {"SITE.MDB"}, "SITE.MDB", ""},
+      {"both there", {"SITE.MDB", "site.mdb"}, false, "site.mdb", Answer::Yes, "SITE.MDB", {"SITE.MDB", "site.mdb"},
+       "SITE.MDB", ""},
+      {"read-only", {"SITE.MDB"}, true, "site", Answer::Yes, "SITE.MDB", {"SITE.MDB"}, "", "SITE.MDB"},
+      {"nothing there", {"other.mdb"}, false, "site.mdb", std::nullopt, "", {"other.mdb", "SITE.MDB"}, "SITE.MDB", ""},
+  };
+  mnuFileNew_Click(*t);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    test::TempDir folder;
+    for (const auto& f : c.present) test::WriteFile(folder.path() / f, f);
+    if (c.readOnly) fs::permissions(folder.path() / c.present[0], fs::perms::owner_read);
+    t.prompter.Clear();
+    t.prompter.QueueFile(folder.str(c.typed));
+    if (c.answer) t.prompter.QueueAnswer(*c.answer);
+    if (c.answer == Answer::No) t.prompter.QueueFile(std::nullopt);  // the chooser comes back: cancelled
+    mnuFileSaveAs_Click(*t);
+
+    EXPECT_FALSE(t.prompter.FileChoices().at(0).confirmOverwrite) << "the chooser asks about the name as typed";
+    std::vector<std::string> expected;
+    if (c.answer) expected.push_back(folder.str(c.asked) + replace);
+    if (!c.refused.empty()) expected.push_back("File " + folder.str(c.refused) + protectedText);
+    EXPECT_EQ(Texts(), expected);
+    if (c.answer && !t.prompter.Shown().empty()) {
+      const auto& q = t.prompter.Shown()[0];
+      EXPECT_TRUE(q.title == "Save As" && q.buttons == Buttons::YesNo && q.icon == Icon::Exclamation);
+    }
+    std::set<std::string> after;
+    for (const auto& e : fs::directory_iterator(folder.path())) after.insert(e.path().filename().string());
+    EXPECT_EQ(after, c.after);
+    // what was not replaced is as it was
+    for (const auto& f : c.after)
+      if (f != c.document && std::count(c.present.begin(), c.present.end(), f)) {
+        EXPECT_EQ(test::ReadFile(folder.path() / f), f);
+      }
+    if (!c.document.empty()) {
+      EXPECT_EQ(Peek(folder.str(c.document), "SELECT count(*) FROM Clid"), "96");
+      EXPECT_EQ(t->state.CurrentFileName, folder.str(c.document));
+      EXPECT_FALSE(t->state.SaveCancelled);
+    } else {
+      EXPECT_TRUE(t->state.SaveCancelled);
+    }
+  }
 }
 
 TEST_F(Documents, CloseAsksForUntitledAlwaysAndForACleanNamedDocumentNever) {

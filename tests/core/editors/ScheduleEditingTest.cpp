@@ -480,7 +480,7 @@ TEST(ScheduleEditingTest, AnEventWindowWithEditsSettlesForASave) {
   ScheduleModel& w = s.Open(1);
   s.Then([&](EventModel& ev) {
     EXPECT_FALSE(ev.UncommittedChanges()) << "an edit with nothing changed yet";
-    TypeInto(ev.txtStartTime, "13");
+    TypeInto(ev.txtStartTime, "13", false);  // still in the field: accepting leaves it first
     EXPECT_TRUE(ev.UncommittedChanges());
     ev.Accept();
     EXPECT_FALSE(ev.Loaded());

@@ -83,6 +83,29 @@ TEST_F(IniFileTest, WritingChangesOnlyWhatItMustAndKeepsTheLineEnds) {
   EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
+// What is written reads back as it was: values a read would trim or unquote go in
+// quotes, every other value as it stands.
+TEST_F(IniFileTest, AWrittenValueReadsBackUnchanged) {
+  const struct {
+    std::string file, value, line;
+  } cases[] = {
+      {"[S]\r\nK=1\r\n", "/home/op/a b.mdb", "K=/home/op/a b.mdb"},
+      {"[S]\r\nK=1\r\n", "it's \"here\"", "K=it's \"here\""},
+      {"[S]\r\nK=1\r\n", "/sites/a.mdb ", "K=\"/sites/a.mdb \""},
+      {"[S]\r\nK=1\r\n", "\tx", "K=\"\tx\""},
+      {"[S]\r\nK=1\r\n", "\"x\"", "K=\"\"x\"\""},
+      {"[S]\r\nK=1\r\n", "'x'", "K=\"'x'\""},
+      {"[S]\r\nK=1\r\n", "\"", "K=\""},
+      {"[S]\n", "x\r", "K=\"x\r\""},  // a new line of a file that ends its lines in LF
+  };
+  for (const auto& c : cases) {
+    WriteFile(path, c.file);
+    In("S").WriteINI("K", c.value);
+    EXPECT_EQ(In("S").ReadString_From_INI("K"), c.value);
+    EXPECT_NE(ReadFile(path).find(c.line), std::string::npos) << ReadFile(path);
+  }
+}
+
 TEST_F(IniFileTest, IntegersTakeTheLeadingNumberAndOverflowIsJournalled) {
   for (const auto& [text, value] :
        {std::pair<const char*, int16_t>{"12abc", 12}, {"abc", 0}, {"  -5", -5}, {"+7", 7}, {"3.9", 3},
