@@ -276,6 +276,12 @@ TEST_F(StationWindows, ASaveAsksAboutTheOpenWindowAndNoPutsTheStationsBack) {
   ASSERT_NE(w, nullptr);
   Click(Ctl(Content(w), "cmdDelete_0"));  // station 1, without a question
   EXPECT_EQ(List(w, 0)->item(0)->text().toStdString(), " 1\t    \t               ");
+  // Alt+D is the button's here, not the Date/Time menu's
+  QTest::keyClick(List(w, 0), Qt::Key_Down);
+  QTest::keyClick(List(w, 0), Qt::Key_D, Qt::AltModifier);
+  EXPECT_EQ(List(w, 0)->item(1)->text().toStdString(), " 2\t    \t               ");
+  EXPECT_TRUE(t.prompter.Shown().empty());
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_TRUE(window->Action("mnuFileSave")->isEnabled());
   t.prompter.QueueAnswer(Answer::No);
   window->Click("mnuFileSave");
