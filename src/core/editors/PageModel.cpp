@@ -57,6 +57,11 @@ void PageModel::Form_Load() {
       for (int i = 0; i < 16; ++i) Box(t, i + 1).SetValue(rs.Fields(i + 1).Bool() ? 1 : 0);
   });
   PageLoaded = true;
+  // only the buttons of the tab in view act
+  for (int t = 0; t < 4; ++t) {
+    cmdInclude[static_cast<std::size_t>(t)].SetEnabled(t == tab_);
+    cmdRemove[static_cast<std::size_t>(t)].SetEnabled(t == tab_);
+  }
   // the focus leaves the tab strip
   tabPageGroup_Click(tab_);
 }

@@ -10,7 +10,13 @@
 #include <QMenuBar>
 
 #include "database/DocumentCommands.h"
+#include "editors/ConfigModel.h"
 #include "editors/ScheduleModel.h"
+#include "gui/editors/GroupBoxes.h"
+#include "gui/editors/frmBgm.h"
+#include "gui/editors/frmClassService.h"
+#include "gui/editors/frmConfig.h"
+#include "gui/editors/frmPage.h"
 #include "gui/editors/frmSched.h"
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
@@ -32,6 +38,21 @@ namespace r6183::gui {
 
 namespace {
 constexpr int32_t kDesignHeight = 9000, kDesignWidth = 12000;  // 600 by 800
+
+// The editor of that class in front, opened when it is not: one of each at a time.
+template <class W>
+void OpenEditor(Session& s, QMdiArea& mdi) {
+  if (WindowOpenBlocked(s)) return;
+  W* w = nullptr;
+  for (QMdiSubWindow* sub : mdi.subWindowList())
+    if (auto* found = qobject_cast<W*>(sub); found && found->isVisible()) w = found;
+  if (!w) {
+    w = new W(s);
+    mdi.addSubWindow(w);
+    w->adjustSize();
+  }
+  ShowInFront(*w);
+}
 
 QString Plain(const std::string& caption) {
   QString text = QString::fromStdString(caption);
@@ -166,7 +187,11 @@ void frmMenu::BindHandlers() {
   // the clocks.
   for (int i = 1; i <= 6; ++i) h["mnuSched" + std::to_string(i)] = [&s, i] { mnuSched_Click(s, i); };
   h["mnuAllSched"] = [&s] { mnuAllSched_Click(s); };
-  for (const char* name : {"mnuArchNum", "mnuClassService", "mnuPageGroup", "mnuBGM", "mnuSysOpt", "mnuConfig"})
+  h["mnuPageGroup"] = [this] { OpenEditor<frmPage>(session_, *mdi_); };
+  h["mnuBGM"] = [this] { OpenEditor<frmBgm>(session_, *mdi_); };
+  h["mnuClassService"] = [this] { OpenEditor<frmClassService>(session_, *mdi_); };
+  h["mnuConfig"] = [&s] { mnuConfig_Click(s); };
+  for (const char* name : {"mnuArchNum", "mnuSysOpt"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, true); };
   for (const char* name : {"mnuClocks", "mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect",
                            "mnuManualConnect", "mnuModemRelease"})
@@ -254,11 +279,18 @@ void frmMenu::ShowSplash() {
 // --- the windows core asks for
 
 void frmMenu::ShowModal(const std::string& name) {
-  if (name == "frmConfig") NotYetBuilt("mnuConfig", false);
+  if (name == "frmConfig") {
+    frmConfig config(session_, this);
+    config.exec();
+  }
 }
 
 void frmMenu::Show(const std::string& name) {
   if (name == "frmSwitchBoard") switchBoard_->Form_Load();
+  if (name == "frmMenu") {
+    raise();
+    activateWindow();
+  }
   if (name == "frmSched") {
     // one window a schedule, made on first use and kept
     const int n = session_.state.ScheduleNumber;
