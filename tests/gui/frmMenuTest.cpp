@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QTest>
 
+#include "gui/editors/frmConfig.h"
 #include "gui/protocol/frmMsgWait.h"
 #include "gui/shell/frmMenu.h"
 #include "gui/shell/frmSwitchBoard.h"
@@ -15,6 +16,7 @@
 #include "shell/Settings.h"
 #include "shell/SwitchBoard.h"
 #include "sim/LinkedUnit.h"
+#include "WhenModal.h"
 
 namespace r6183::gui {
 namespace {
@@ -28,6 +30,14 @@ class MainWindow : public ::testing::Test, public test::LinkedUnit {
     window->show();
     return true;
   }
+  // File > New, which shows the configuration window; it is left by Cancel.
+  void New() {
+    test::WhenModal<frmConfig>([this](frmConfig& w) {
+      configShown = w.windowTitle().toStdString();
+      w.model().cmdCancel.Press();
+    });
+    window->Click("mnuFileNew");
+  }
   bool Enabled(const char* name) const { return window->Action(name)->isEnabled(); }
   const std::string& LastText() const { return t.prompter.Shown().back().text; }
   std::vector<std::string> Texts() const {
@@ -38,6 +48,7 @@ class MainWindow : public ::testing::Test, public test::LinkedUnit {
 
   InstanceLock lock{t.dir.str()};
   std::unique_ptr<frmMenu> window;
+  std::string configShown;
 };
 
 TEST_F(MainWindow, MenuFollowsTheDocumentThroughNewAndClose) {
@@ -54,7 +65,8 @@ TEST_F(MainWindow, MenuFollowsTheDocumentThroughNewAndClose) {
       {"mnuSysOpt", false, true},    {"mnuBGM", false, true},         {"mnuSwitchBoard", false, true},
       {"mnuFileSave", false, false}, {"mnuModemRelease", false, false}};
   for (const auto& [name, without, with] : states) EXPECT_EQ(Enabled(name), without) << name;
-  window->Click("mnuFileNew");
+  New();
+  EXPECT_EQ(configShown, "System Configuration");
   for (const auto& [name, without, with] : states) EXPECT_EQ(Enabled(name), with) << name << " after New";
   EXPECT_TRUE(window->switchBoard()->isVisible());
   EXPECT_TRUE(window->Action("mnuSwitchBoard")->isChecked());
@@ -85,7 +97,7 @@ TEST_F(MainWindow, AMissingTemplateStopsTheStartWithItsName) {
 
 TEST_F(MainWindow, ACancelledShutdownKeepsTheDocumentButClosesThePort) {
   ASSERT_TRUE(Start());
-  window->Click("mnuFileNew");
+  New();
   t->state.DatabaseDirty = 1;
   t.prompter.QueueAnswer(Answer::Cancel);
   window->Click("mnuFileClose");
@@ -163,7 +175,7 @@ TEST_F(MainWindow, TheQuickMenuGoesInsideTheMainWindowWhenItsPlaceIsOffTheScreen
                   "[System]\r\nSwitchBorad Top=600\r\nSwitchBorad Left=30000\r\nSwitchBorad Width=2670\r\n"
                   "SwitchBorad Heigth=3000\r\n");
   ASSERT_TRUE(Start());
-  window->Click("mnuFileNew");
+  New();
   const QRect quick = window->switchBoard()->geometry(), main = window->frameGeometry();
   EXPECT_TRUE(main.contains(quick)) << quick.x() << "," << quick.y() << " " << quick.width() << "x" << quick.height()
                                     << " in " << main.x() << "," << main.y() << " " << main.width() << "x" << main.height();
@@ -187,7 +199,7 @@ TEST_F(MainWindow, TheQuickMenuKeepsItsPlaceToTheTwipAcrossLoadsAndSaves) {
       {{1007, 2003, 2670, 3001}, {10, 0}, {1007, (2003 / 15 + 10) * 15, 2670, 3001}},
   };
   ASSERT_TRUE(Start());
-  window->Click("mnuFileNew");
+  New();
   ProcessState& st = t->state;
   for (const auto& c : cases) {
     SCOPED_TRACE(c.saved.top);

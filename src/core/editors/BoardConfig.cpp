@@ -15,12 +15,6 @@ constexpr const char* kBoardGroups[] = {
     " SET PageGroup9 = False, pageGroup10 = False, pageGroup11 = false, pageGroup12 = False",
     " SET PageGroup13 = False, pageGroup14 = False, pageGroup15 = false, pageGroup16 = False",
 };
-constexpr const char* kDeleteOrphanEvents =
-    "DELETE FROM Event WHERE PageGroup1 = False AND PageGroup2 = False AND PageGroup3 = False AND "
-    "PageGroup4 = False AND PageGroup5 = False AND PageGroup6 = False AND PageGroup7 = False AND "
-    "PageGroup8 = False AND PageGroup9 = False AND PageGroup10 = False AND PageGroup11 = False AND "
-    "PageGroup12 = False AND PageGroup13 = False AND PageGroup14 = False AND PageGroup15 = False AND "
-    "PageGroup16 = False";
 }  // namespace
 
 void Validate_Config(Session& s) {

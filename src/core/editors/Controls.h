@@ -100,7 +100,14 @@ class ListControl {
   bool Enabled() const { return enabled_; }
   void SetEnabled(bool on);
 
+  // The operator chooses line `index`: it is selected and OnClick runs.
+  void Choose(int index) {
+    SetListIndex(index);
+    if (OnClick) OnClick();
+  }
+
   std::function<void()> OnDblClick;
+  std::function<void()> OnClick;  // a line chosen by the operator
   // The view: what changed, and the line it concerns.
   std::function<void(Event, int index)> Mirror;
 

@@ -11,8 +11,14 @@
 
 #include "database/DocumentCommands.h"
 #include "editors/ClidModel.h"
+#include "editors/ConfigModel.h"
 #include "editors/ScheduleModel.h"
+#include "gui/editors/GroupBoxes.h"
+#include "gui/editors/frmBgm.h"
+#include "gui/editors/frmClassService.h"
 #include "gui/editors/frmClid.h"
+#include "gui/editors/frmConfig.h"
+#include "gui/editors/frmPage.h"
 #include "gui/editors/frmSched.h"
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
@@ -34,6 +40,21 @@ namespace r6183::gui {
 
 namespace {
 constexpr int32_t kDesignHeight = 9000, kDesignWidth = 12000;  // 600 by 800
+
+// The editor of that class in front, opened when it is not: one of each at a time.
+template <class W>
+void OpenEditor(Session& s, QMdiArea& mdi) {
+  if (WindowOpenBlocked(s)) return;
+  W* w = nullptr;
+  for (QMdiSubWindow* sub : mdi.subWindowList())
+    if (auto* found = qobject_cast<W*>(sub); found && found->isVisible()) w = found;
+  if (!w) {
+    w = new W(s);
+    mdi.addSubWindow(w);
+    w->adjustSize();
+  }
+  ShowInFront(*w);
+}
 
 QString Plain(const std::string& caption) {
   QString text = QString::fromStdString(caption);
@@ -169,8 +190,11 @@ void frmMenu::BindHandlers() {
   for (int i = 1; i <= 6; ++i) h["mnuSched" + std::to_string(i)] = [&s, i] { mnuSched_Click(s, i); };
   h["mnuAllSched"] = [&s] { mnuAllSched_Click(s); };
   h["mnuArchNum"] = [&s] { mnuArchNum_Click(s); };
-  for (const char* name : {"mnuClassService", "mnuPageGroup", "mnuBGM", "mnuSysOpt", "mnuConfig"})
-    h[name] = [this, n = std::string(name)] { NotYetBuilt(n, true); };
+  h["mnuPageGroup"] = [this] { OpenEditor<frmPage>(session_, *mdi_); };
+  h["mnuBGM"] = [this] { OpenEditor<frmBgm>(session_, *mdi_); };
+  h["mnuClassService"] = [this] { OpenEditor<frmClassService>(session_, *mdi_); };
+  h["mnuConfig"] = [&s] { mnuConfig_Click(s); };
+  h["mnuSysOpt"] = [this] { NotYetBuilt("mnuSysOpt", true); };
   for (const char* name : {"mnuClocks", "mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect",
                            "mnuManualConnect", "mnuModemRelease"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, false); };
@@ -257,7 +281,10 @@ void frmMenu::ShowSplash() {
 // --- the windows core asks for
 
 void frmMenu::ShowModal(const std::string& name) {
-  if (name == "frmConfig") NotYetBuilt("mnuConfig", false);
+  if (name == "frmConfig") {
+    frmConfig config(session_, this);
+    config.exec();
+  }
 }
 
 void frmMenu::Show(const std::string& name) {
@@ -265,6 +292,10 @@ void frmMenu::Show(const std::string& name) {
   if (name == "frmClid") {
     if (!clid_) clid_ = new frmClid(session_, mdi_);
     clid_->Open(*mdi_);
+  }
+  if (name == "frmMenu") {
+    raise();
+    activateWindow();
   }
   if (name == "frmSched") {
     // one window a schedule, made on first use and kept
