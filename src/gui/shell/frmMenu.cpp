@@ -12,6 +12,8 @@
 #include "database/DocumentCommands.h"
 #include "editors/ScheduleModel.h"
 #include "gui/editors/frmSched.h"
+#include "gui/options/frmClock.h"
+#include "gui/options/frmDip.h"
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
 #include "gui/protocol/frmMsgWait.h"
@@ -24,6 +26,8 @@
 #include "gui/shell/frmSwitchBoard.h"
 #include "protocol/ModComm.h"
 #include "protocol/ReceiveTransfer.h"
+#include "options/ClockModel.h"
+#include "options/DipModel.h"
 #include "protocol/SendTransfer.h"
 #include "shell/MainMenu.h"
 #include "shell/Session.h"
@@ -171,6 +175,9 @@ void frmMenu::BindHandlers() {
   for (const char* name : {"mnuClocks", "mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect",
                            "mnuManualConnect", "mnuModemRelease"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, false); };
+  // system options and clocks
+  h["mnuSysOpt"] = [&s] { mnuSysOpt_Click(s); };
+  h["mnuClocks"] = [&s] { mnuClocks_Click(s); };
 }
 
 void frmMenu::NotYetBuilt(const std::string& item, bool guarded) {
@@ -255,6 +262,8 @@ void frmMenu::ShowSplash() {
 
 void frmMenu::ShowModal(const std::string& name) {
   if (name == "frmConfig") NotYetBuilt("mnuConfig", false);
+  if (name == "frmDip") frmDip(session_, this).exec();
+  if (name == "frmClock") frmClock(session_, this).exec();
 }
 
 void frmMenu::Show(const std::string& name) {

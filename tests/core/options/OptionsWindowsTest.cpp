@@ -2,7 +2,10 @@
 // controls as the operator drives the windows.
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "core/editors/EditorTestSupport.h"
+#include "support/FakeForm.h"
 #include "options/ClockModel.h"
 #include "options/DipChart.h"
 #include "options/DipModel.h"
@@ -128,17 +131,34 @@ TEST(SystemOptions, ChartShowsTheUnsavedChoices) {
   EXPECT_EQ(doc.Peek(kDipRow), "0|0|0|0|0|0\n");
 }
 
-TEST(SystemOptions, MenuDoesNothingDuringATransfer) {
+TEST(SystemOptions, MenuDoesNothingDuringATransferOrADial) {
   struct Opener : WindowOpener {
     std::vector<std::string> asked;
     void ShowModal(const std::string& name) override { asked.push_back(name); }
-  } opener;
-  EditorSession doc;
-  doc->SetWindowOpener(&opener);
-  mnuSysOpt_Click(*doc);
-  mnuClocks_Click(*doc);
-  EXPECT_EQ(opener.asked, (std::vector<std::string>{"frmDip", "frmClock"}));
-  doc->SetWindowOpener(nullptr);
+  };
+  struct Case {
+    const char* busy;  // caption of the third loaded window, or none
+    std::vector<std::string> asked;
+  } cases[] = {
+      {nullptr, {"frmDip", "frmClock"}},
+      {"Title", {"frmClock"}},
+      {"Dialing Modem", {"frmClock"}},
+      {"Events - Schedule 1", {"frmDip", "frmClock"}},
+  };
+  for (const Case& c : cases) {
+    EditorSession doc;
+    Opener opener;
+    doc->SetWindowOpener(&opener);
+    std::vector<std::string> events;
+    FakeForm main(doc->forms, events, "frmMenu", "Title");
+    FakeForm second(doc->forms, events, "frmSched", "Master Clock Schedule 1");
+    std::optional<FakeForm> third;
+    if (c.busy) third.emplace(doc->forms, events, "frmMsgWait", c.busy);
+    mnuSysOpt_Click(*doc);
+    mnuClocks_Click(*doc);
+    EXPECT_EQ(opener.asked, c.asked) << (c.busy ? c.busy : "idle");
+    doc->SetWindowOpener(nullptr);
+  }
 }
 
 TEST(Clocks, StoredPositionShowsItsRowAndCorrection) {
