@@ -6,6 +6,7 @@
 #include <QTabWidget>
 
 #include "EditorWindows.h"
+#include "OptionsPictures.h"
 #include "WhenModal.h"
 #include "gui/options/frmClock.h"
 
@@ -120,6 +121,29 @@ TEST_F(frmClockTest, EmptyCatalogueLeavesTheWindowUsable) {
   });
   EXPECT_EQ(Row(), "3|1|0|1");
   EXPECT_EQ(t->state.DatabaseDirty, 1);
+}
+
+TEST_F(frmClockTest, PictureOfTheSampleSiteClocks) {
+  Start();
+  OpenDocument("", StagedAppDir() / "sample.mdb");
+  std::string path;
+  WithWindow([&](frmClock& w) {
+    auto* tabs = Ctl<QTabWidget>(w, "sss");
+    tabs->setCurrentIndex(1);
+    Settle();
+    EXPECT_EQ(Ctl<QComboBox>(w, "cbClockA")->currentText(), "Synchronous Wired 59 Minute");
+    // the window on its Clock A tab, and a copy of it on its BCD tab
+    const QImage clockA = w.grab().toImage();
+    tabs->setCurrentIndex(0);
+    Settle();
+    QLabel shot;
+    shot.setPixmap(QPixmap::fromImage(clockA));
+    shot.setWindowTitle(w.windowTitle());
+    shot.resize(clockA.size());
+    path = SavePicture({&shot, &w}, "clocks-window.png");
+  });
+  ASSERT_FALSE(path.empty());
+  EXPECT_GT(fs::file_size(path), 10000u);
 }
 
 }  // namespace

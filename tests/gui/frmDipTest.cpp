@@ -5,6 +5,7 @@
 #include <QRadioButton>
 
 #include "EditorWindows.h"
+#include "OptionsPictures.h"
 #include "WhenModal.h"
 #include "gui/options/frmDip.h"
 #include "gui/options/frmDipSw.h"
@@ -123,6 +124,23 @@ TEST_F(frmDipTest, OkWithoutAChangeLeavesTheDocumentClean) {
   EXPECT_EQ(t->state.DatabaseDirty, 0);
   EXPECT_FALSE(window->Action("mnuFileSave")->isEnabled());
   EXPECT_EQ(Row(), "1|0|0|0");
+}
+
+TEST_F(frmDipTest, PictureOfTheSampleSiteOptionsBesideTheChart) {
+  Start();
+  OpenDocument("", StagedAppDir() / "sample.mdb");
+  std::string path;
+  WithWindow([&](frmDip& w) {
+    r6183::test::WhenModal<frmDipSw>([&](frmDipSw& chart) {
+      Settle();
+      EXPECT_EQ(Ctl<QLabel>(chart, "lblSwitch_10")->text(), "ON") << "the sample site's privacy tone";
+      path = SavePicture({&w, &chart}, "system-options-and-chart.png");
+      chart.close();
+    });
+    Click(Ctl<QPushButton>(w, "cmdDipswitch"));
+  });
+  ASSERT_FALSE(path.empty());
+  EXPECT_GT(fs::file_size(path), 10000u);
 }
 
 }  // namespace
