@@ -380,4 +380,34 @@ int Days(Session& session, const std::string& file, int schedule, const std::opt
   return WriteWhole(session.state.WorkDbPath, file) ? 0 : 1;
 }
 
+int Options(Session& session, const std::string& file, const std::optional<std::string>& set) {
+  PrivateDir dir;
+  if (!OpenDocument(session, file, dir)) return 2;
+  if (!set) {
+    for (const std::string& line : SwitchLines(session)) std::cout << line << '\n';
+    return 0;
+  }
+  std::string refusal;
+  if (!ScriptSetOptions(session, *set, refusal)) {
+    std::cerr << "r6183ctl: " << refusal << '\n';
+    return 1;
+  }
+  return WriteWhole(session.state.WorkDbPath, file) ? 0 : 1;
+}
+
+int Clocks(Session& session, const std::string& file, const ClockRequest& request) {
+  PrivateDir dir;
+  if (!OpenDocument(session, file, dir)) return 2;
+  if (!request.a && !request.b && !request.direction && !request.bcd) {
+    for (const std::string& line : ClockLines(session)) std::cout << line << '\n';
+    return 0;
+  }
+  std::string refusal;
+  if (!ScriptSetClocks(session, request, refusal)) {
+    std::cerr << "r6183ctl: " << refusal << '\n';
+    return 1;
+  }
+  return WriteWhole(session.state.WorkDbPath, file) ? 0 : 1;
+}
+
 }  // namespace r6183::ctl

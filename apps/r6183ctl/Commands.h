@@ -4,6 +4,7 @@
 #include <string>
 
 #include "editors/ScheduleScript.h"
+#include "options/OptionsScript.h"
 
 namespace r6183 {
 class Session;
@@ -56,6 +57,10 @@ int EventAdd(Session& session, const std::string& file, const EventRequest& requ
 int EventDelete(Session& session, const std::string& file, int schedule, const std::string& time);
 // Prints the active days of the schedule ("Mon,Tue"), or with `set` makes them those days
 // and saves FILE; 1 when a day is active in another schedule.
+// The option switches of FILE as the chart shows them, or with `set` ("QueueTone=1") changed.
+int Options(Session& session, const std::string& file, const std::optional<std::string>& set);
+// The clock definitions of FILE, or with any part of `request` set, changed.
+int Clocks(Session& session, const std::string& file, const ClockRequest& request);
 int Days(Session& session, const std::string& file, int schedule, const std::optional<std::string>& set);
 
 }  // namespace r6183::ctl

@@ -96,6 +96,17 @@ int main(int argc, char** argv) {
   eventDelete->add_option("FILE", file)->required();
   eventDelete->add_option("--schedule", schedule, "schedule 1 to 6")->required()->check(CLI::Range(1, 6));
   eventDelete->add_option("--time", time, "start time, hh:mm")->required();
+  std::string optionsSet, clockA, clockB, clockDirection;
+  int clockBcd = 0;
+  auto* optionsCmd = app.add_subcommand("options", "print, or with --set change, the option switches of FILE");
+  optionsCmd->add_option("FILE", file)->required();
+  auto* setOptions = optionsCmd->add_option("--set", optionsSet, "fields to change, as QueueTone=1,RingPattern=2");
+  auto* clocksCmd = app.add_subcommand("clocks", "print, or with --a --b --direction --bcd change, the clocks of FILE");
+  clocksCmd->add_option("FILE", file)->required();
+  auto* clockAOpt = clocksCmd->add_option("--a", clockA, "clock type of clock A, by name");
+  auto* clockBOpt = clocksCmd->add_option("--b", clockB, "clock type of clock B, by name");
+  auto* directionOpt = clocksCmd->add_option("--direction", clockDirection, "input or output");
+  auto* bcdOpt = clocksCmd->add_option("--bcd", clockBcd, "BCD type 0 to 3");
   auto* daysCmd = app.add_subcommand("days", "print, or with --set change, the active days of a schedule of FILE");
   daysCmd->add_option("FILE", file)->required();
   daysCmd->add_option("--schedule", schedule, "schedule 1 to 6")->required()->check(CLI::Range(1, 6));
@@ -163,6 +174,15 @@ int main(int argc, char** argv) {
       return ctl::EventAdd(session, file, request);
     }
     if (*eventDelete) return ctl::EventDelete(session, file, schedule, time);
+    if (*optionsCmd) return ctl::Options(session, file, *setOptions ? std::optional<std::string>(optionsSet) : std::nullopt);
+    if (*clocksCmd) {
+      ClockRequest request;
+      if (*clockAOpt) request.a = clockA;
+      if (*clockBOpt) request.b = clockB;
+      if (*directionOpt) request.direction = clockDirection;
+      if (*bcdOpt) request.bcd = clockBcd;
+      return ctl::Clocks(session, file, request);
+    }
     if (*daysCmd) return ctl::Days(session, file, schedule, *setDays ? std::optional<std::string>(days) : std::nullopt);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';

@@ -20,6 +20,8 @@
 #include "gui/editors/frmConfig.h"
 #include "gui/editors/frmPage.h"
 #include "gui/editors/frmSched.h"
+#include "gui/options/frmClock.h"
+#include "gui/options/frmDip.h"
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
 #include "gui/protocol/frmMsgWait.h"
@@ -32,6 +34,8 @@
 #include "gui/shell/frmSwitchBoard.h"
 #include "protocol/ModComm.h"
 #include "protocol/ReceiveTransfer.h"
+#include "options/ClockModel.h"
+#include "options/DipModel.h"
 #include "protocol/SendTransfer.h"
 #include "shell/MainMenu.h"
 #include "shell/Session.h"
@@ -194,9 +198,10 @@ void frmMenu::BindHandlers() {
   h["mnuBGM"] = [this] { OpenEditor<frmBgm>(session_, *mdi_); };
   h["mnuClassService"] = [this] { OpenEditor<frmClassService>(session_, *mdi_); };
   h["mnuConfig"] = [&s] { mnuConfig_Click(s); };
-  h["mnuSysOpt"] = [this] { NotYetBuilt("mnuSysOpt", true); };
-  for (const char* name : {"mnuClocks", "mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect",
-                           "mnuManualConnect", "mnuModemRelease"})
+  h["mnuSysOpt"] = [&s] { mnuSysOpt_Click(s); };
+  h["mnuClocks"] = [&s] { mnuClocks_Click(s); };
+  for (const char* name : {"mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect", "mnuManualConnect",
+                           "mnuModemRelease"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, false); };
 }
 
@@ -285,6 +290,8 @@ void frmMenu::ShowModal(const std::string& name) {
     frmConfig config(session_, this);
     config.exec();
   }
+  if (name == "frmDip") frmDip(session_, this).exec();
+  if (name == "frmClock") frmClock(session_, this).exec();
 }
 
 void frmMenu::Show(const std::string& name) {
