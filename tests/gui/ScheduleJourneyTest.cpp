@@ -4,12 +4,12 @@
 #include <sys/wait.h>
 
 #include <QImage>
-#include <QPainter>
 #include <QPushButton>
 
 #include <sstream>
 
 #include "EditorWindows.h"
+#include "Pictures.h"
 #include "gui/shell/frmSwitchBoard.h"
 
 namespace r6183::gui::test {
@@ -136,29 +136,10 @@ TEST_F(ScheduleJourney, PictureOfScheduleOneBesideTheEventWindow) {
   w->move(8, 8);
   auto* list = Ctl<QListWidget>(Content(w), "lstEvent");
   list->setCurrentRow(2);
-  QImage picture;
-  WhenEventWindowOpens([&](frmEvent& ev) {
-    const QImage main = window->grab().toImage(), events = ev.grab().toImage();
-    const int bar = 26;  // a title strip over each, as a window manager would draw it
-    picture = QImage(main.width() + events.width() + 24, std::max(main.height(), events.height()) + bar + 16,
-                     QImage::Format_RGB32);
-    picture.fill(QColor(60, 60, 60));
-    QPainter p(&picture);
-    auto place = [&](const QImage& img, int x, const QString& title) {
-      p.fillRect(x, 8, img.width(), bar, QColor(30, 70, 140));
-      p.setPen(Qt::white);
-      p.drawText(QRect(x + 8, 8, img.width() - 16, bar), Qt::AlignVCenter | Qt::AlignLeft, title);
-      p.drawImage(x, 8 + bar, img);
-    };
-    place(main, 8, window->windowTitle());
-    place(events, main.width() + 16, ev.windowTitle());
-    p.end();
-  });
+  std::string path;
+  WhenEventWindowOpens([&](frmEvent& ev) { path = SavePicture({window.get(), &ev}, "schedule1-and-event-window.png"); });
   Click(Ctl(Content(w), "cmdEvent_1"));
-  ASSERT_FALSE(picture.isNull());
-  fs::create_directories(R6183_TEST_OUTPUT);
-  const std::string path = std::string(R6183_TEST_OUTPUT) + "/schedule1-and-event-window.png";
-  ASSERT_TRUE(picture.save(QString::fromStdString(path)));
+  ASSERT_FALSE(path.empty());
   EXPECT_GT(fs::file_size(path), 10000u);
   EXPECT_EQ(Lines(w).size(), 10) << "the sample site's schedule 1";
 }

@@ -5,13 +5,13 @@
 
 #include <QImage>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QTabWidget>
 
 #include <sstream>
 
 #include "EditorWindows.h"
+#include "Pictures.h"
 #include "gui/editors/frmAuto.h"
 #include "gui/editors/frmClid.h"
 #include "gui/editors/frmConflict.h"
@@ -340,35 +340,18 @@ TEST_F(StationWindows, PictureOfTheMainBoardAndAConflict) {
   ASSERT_NE(w, nullptr);
   w->move(8, 8);
   Settle();
-  QImage picture;
+  std::string path;
   const auto done7 = When<frmStation>([&](frmStation& st) {
     QTest::keyClicks(Ctl<QLineEdit>(st, "txtArchnum"), "10");
     (void)When<frmConflict>([&](frmConflict& c) {
-      const QImage main = window->grab().toImage(), conflict = c.grab().toImage();
-      const int bar = 26;  // a title strip over each, as a window manager would draw it
-      picture = QImage(main.width() + conflict.width() + 24, std::max(main.height(), conflict.height()) + bar + 16,
-                       QImage::Format_RGB32);
-      picture.fill(QColor(60, 60, 60));
-      QPainter p(&picture);
-      auto place = [&](const QImage& img, int x, const QString& title) {
-        p.fillRect(x, 8, img.width(), bar, QColor(30, 70, 140));
-        p.setPen(Qt::white);
-        p.drawText(QRect(x + 8, 8, img.width() - 16, bar), Qt::AlignVCenter | Qt::AlignLeft, title);
-        p.drawImage(x, 8 + bar, img);
-      };
-      place(main, 8, window->windowTitle());
-      place(conflict, main.width() + 16, c.windowTitle());
-      p.end();
+      path = SavePicture({window.get(), &c}, "stations-main-board-and-conflict.png");
       Click(Ctl(c, "cmdNo"));
     });
     Click(Ctl(st, "cmdOk"));
   });
   DoubleClickLine(List(w, 0), 11);  // station 12 takes 10: stations 1 to 10 conflict
   ASSERT_TRUE(Finished(done7));
-  ASSERT_FALSE(picture.isNull());
-  fs::create_directories(R6183_TEST_OUTPUT);
-  const std::string path = std::string(R6183_TEST_OUTPUT) + "/stations-main-board-and-conflict.png";
-  ASSERT_TRUE(picture.save(QString::fromStdString(path)));
+  ASSERT_FALSE(path.empty());
   EXPECT_GT(fs::file_size(path), 10000u);
   EXPECT_EQ(List(w, 0)->item(11)->text().toStdString(), "12\t112 \tRoom 112       ") << "No saves nothing";
 }

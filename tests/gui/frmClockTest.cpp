@@ -6,7 +6,7 @@
 #include <QTabWidget>
 
 #include "EditorWindows.h"
-#include "OptionsPictures.h"
+#include "Pictures.h"
 #include "WhenModal.h"
 #include "gui/options/frmClock.h"
 

@@ -5,7 +5,7 @@
 #include <QRadioButton>
 
 #include "EditorWindows.h"
-#include "OptionsPictures.h"
+#include "Pictures.h"
 #include "WhenModal.h"
 #include "gui/options/frmDip.h"
 #include "gui/options/frmDipSw.h"
