@@ -27,6 +27,7 @@
 #include "protocol/ModComm.h"
 #include "shell/InstanceLock.h"
 #include "support/TestSupport.h"
+#include "WhenModal.h"
 
 namespace r6183::gui::test {
 
@@ -36,12 +37,13 @@ inline void Settle() {
   for (int i = 0; i < 3; ++i) QCoreApplication::processEvents();
 }
 
-// Lets events run until `done` holds or five seconds pass; false on the time running out.
+// Lets events run until `done` holds; false after thirty seconds, which only a broken window
+// reaches.
 inline bool WaitFor(const std::function<bool()>& done) {
   QElapsedTimer t;
   t.start();
   while (!done()) {
-    if (t.elapsed() > 5000) return false;
+    if (t.elapsed() > 30000) return false;
     QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
   }
   return true;
@@ -131,35 +133,10 @@ class EditorWindowsTest : public ::testing::Test {
     for (int i = 0; list && i < list->count(); ++i) out << list->item(i)->text();
     return out;
   }
-  // Runs `script` on the event window once it is up inside its modal loop (looked for until
-  // it shows, for at most thirty seconds), then closes it by its system box if the script left
-  // it open. Queue it before the click that opens the window.
+  // Runs `script` on the event window once it is up inside its modal loop, then closes it if
+  // the script left it open. Queue it before the click that opens the window.
   void WhenEventWindowOpens(std::function<void(frmEvent&)> script) {
-    auto* poll = new QTimer(qApp);
-    auto started = std::make_shared<QElapsedTimer>();
-    started->start();
-    poll->setInterval(5);
-    QObject::connect(poll, &QTimer::timeout, [poll, started, script = std::move(script)] {
-      auto* w = qobject_cast<frmEvent*>(QApplication::activeModalWidget());
-      if (!w) {
-        if (started->elapsed() < 30000) return;
-        poll->deleteLater();
-        ADD_FAILURE() << "no event window";
-        return;
-      }
-      poll->stop();
-      poll->deleteLater();
-      struct Closer {
-        frmEvent* w;
-        ~Closer() {
-          if (w->isVisible()) w->close();
-        }
-      } closer{w};
-      EXPECT_TRUE(QTest::qWaitForWindowActive(w));
-      Settle();
-      script(*w);
-    });
-    poll->start();
+    (void)r6183::test::WhenModal<frmEvent>(std::move(script));
   }
   std::vector<std::string> Texts() const {
     std::vector<std::string> out;

@@ -44,43 +44,9 @@ class StationWindows : public EditorWindowsTest {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
   }
-  // Runs `script` on the modal window of type W once it is up (looked for on every turn of
-  // the event loop, at most thirty seconds, a limit only a broken window reaches), then closes it if the script left it open. Queue it
-  // before the key or click that opens the window; a mnemonic or a click's animation may open
-  // it a moment later. The flag tells when the script has run.
   template <class W>
   std::shared_ptr<bool> When(std::function<void(W&)> script) {
-    auto done = std::make_shared<bool>(false);
-    auto* poll = new QTimer(qApp);
-    auto started = std::make_shared<QElapsedTimer>();
-    started->start();
-    poll->setInterval(0);
-    QObject::connect(poll, &QTimer::timeout, [poll, started, done, script = std::move(script)] {
-      auto* w = qobject_cast<W*>(QApplication::activeModalWidget());
-      if (!w || !w->isVisible()) {
-        if (started->elapsed() < 30000) return;
-        poll->stop();
-        poll->deleteLater();
-        *done = true;
-        ADD_FAILURE() << "no " << W::staticMetaObject.className();
-        return;
-      }
-      poll->stop();
-      poll->deleteLater();
-      struct Closer {
-        W* w;
-        std::shared_ptr<bool> done;
-        ~Closer() {
-          if (w->isVisible()) w->close();
-          *done = true;
-        }
-      } closer{w, done};
-      EXPECT_TRUE(QTest::qWaitForWindowActive(w));
-      Settle();
-      script(*w);
-    });
-    poll->start();
-    return done;
+    return r6183::test::WhenModal<W>(std::move(script));
   }
   // Waits for the script to have run and the modal windows to have closed; the main window is
   // active again afterwards, as the window manager makes it after a dialog.
