@@ -311,8 +311,6 @@ int DateTime(Session& session, const std::string& port, const std::string& set, 
 
 namespace r6183::ctl {
 
-namespace {
-// Opens FILE as the Open command does, on a private work copy; false with the reason on stderr.
 bool OpenDocument(Session& session, const std::string& file, const PrivateDir& dir) {
   session.state.WorkDbPath = dir / "~TEMP";  // a running desktop program keeps its own
   OpenDatabase(session, file);
@@ -320,7 +318,6 @@ bool OpenDocument(Session& session, const std::string& file, const PrivateDir& d
   std::cerr << "r6183ctl: " << file << " was not opened\n";
   return false;
 }
-}  // namespace
 
 int Events(Session& session, const std::string& file, int schedule) {
   PrivateDir dir;

@@ -2,6 +2,8 @@
 // The commands of r6183ctl. Each returns the process exit code.
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "editors/ScheduleScript.h"
 #include "options/OptionsScript.h"
@@ -62,5 +64,23 @@ int Options(Session& session, const std::string& file, const std::optional<std::
 // The clock definitions of FILE, or with any part of `request` set, changed.
 int Clocks(Session& session, const std::string& file, const ClockRequest& request);
 int Days(Session& session, const std::string& file, int schedule, const std::optional<std::string>& set);
+
+// The configuration of FILE, or with `boards` (1 to 4) changed as OK in the configuration
+// window does; a smaller system asks first, and the prompter's No (without --yes) leaves
+// FILE as it was (1).
+int Config(Session& session, const std::string& file, std::optional<int> boards);
+// The four custom page groups, a line per dial code; 0, or 2 when FILE does not open.
+int Groups(Session& session, const std::string& file);
+// The custom page group on `dial` made exactly `groups` and OK; 1 with the reason and FILE
+// unchanged for a group beyond the configuration.
+int Group(Session& session, const std::string& file, int dial, const std::vector<int>& groups);
+struct AudioRequest {
+  std::string source;  // bgm, time or emergency
+  std::vector<int> groups;
+};
+// The page groups of the three audio sources, or with `request` one source changed.
+int Audio(Session& session, const std::string& file, const std::optional<AudioRequest>& request);
+// The class of service of the sixteen groups, or with (group, level) one changed.
+int Service(Session& session, const std::string& file, std::optional<std::pair<int, int>> groupLevel);
 
 }  // namespace r6183::ctl

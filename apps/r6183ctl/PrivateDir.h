@@ -6,6 +6,10 @@
 #include <stdexcept>
 #include <string>
 
+namespace r6183 {
+class Session;
+}
+
 namespace r6183::ctl {
 
 class PrivateDir {
@@ -32,5 +36,7 @@ std::string PrivateCopy(const std::string& file, const PrivateDir& dir);
 // Copies `source` to `file` through a temporary name beside it and a rename, so that no
 // half-written file is ever left; says why on failure.
 bool WriteWhole(const std::string& source, const std::string& file);
+// Opens FILE as the Open command does, on a work copy in `dir`; false with the reason on stderr.
+bool OpenDocument(Session& session, const std::string& file, const PrivateDir& dir);
 
 }  // namespace r6183::ctl

@@ -7,6 +7,7 @@
 
 #include "Commands.h"
 #include "ConsolePrompter.h"
+#include "editors/ConfigScript.h"
 #include "protocol/LineText.h"
 #include "protocol/ModComm.h"
 #include "shell/AppDir.h"
@@ -112,6 +113,33 @@ int main(int argc, char** argv) {
   daysCmd->add_option("--schedule", schedule, "schedule 1 to 6")->required()->check(CLI::Range(1, 6));
   auto* setDays = daysCmd->add_option("--set", days, "the active days, as Mon,Tue; \"\" for none");
 
+  int boards = 0, dial = 0, serviceGroup = 0, level = 0;
+  std::string source, groupList;
+  auto* configCmd = app.add_subcommand("config", "print, or with --boards change, the system configuration of FILE");
+  configCmd->add_option("FILE", file)->required();
+  auto* boardsOpt = configCmd->add_option("--boards", boards, "1 (Main Board) to 4 (Main Board + Expansion 1, 2, 3)");
+  configCmd->add_flag("--yes", yes, "answer Yes to removing boards, which clears their programming");
+  auto* groupsCmd = app.add_subcommand("groups", "print the custom page groups of FILE, a line per dial code");
+  groupsCmd->add_option("FILE", file)->required();
+  auto* groupCmd = app.add_subcommand("group", "set the page groups of the custom page group on a dial code");
+  groupCmd->add_option("FILE", file)->required();
+  groupCmd->add_option("--dial", dial, "dial code 50 to 53")->required();
+  groupCmd->add_option("--set", groupList, "page groups, as 1,2,5; \"\" for none")->required();
+  auto* audioCmd = app.add_subcommand("audio", "print, or with --source and --set change, the audio connections of FILE");
+  audioCmd->add_option("FILE", file)->required();
+  auto* sourceOpt = audioCmd->add_option("--source", source, "bgm, time or emergency")
+                        ->check(CLI::IsMember({"bgm", "time", "emergency"}));
+  auto* audioSetOpt = audioCmd->add_option("--set", groupList, "page groups, as 1,2; \"\" for none");
+  sourceOpt->needs(audioSetOpt);
+  audioSetOpt->needs(sourceOpt);
+  auto* serviceCmd = app.add_subcommand("service", "print, or with --group and --level change, the class of service");
+  serviceCmd->add_option("FILE", file)->required();
+  auto* serviceGroupOpt = serviceCmd->add_option("--group", serviceGroup, "group 1 to 16");
+  auto* levelOpt = serviceCmd->add_option("--level", level,
+                                          "0 Normal Only, 1 Normal / Emergency, 2 Emergency Only!");
+  serviceGroupOpt->needs(levelOpt);
+  levelOpt->needs(serviceGroupOpt);
+
   CLI11_PARSE(app, argc, argv);
 
   if (*frame) {
@@ -183,6 +211,20 @@ int main(int argc, char** argv) {
       if (*bcdOpt) request.bcd = clockBcd;
       return ctl::Clocks(session, file, request);
     }
+    if (*configCmd) return ctl::Config(session, file, *boardsOpt ? std::optional<int>(boards) : std::nullopt);
+    if (*groupsCmd) return ctl::Groups(session, file);
+    if (*groupCmd || (*audioCmd && *audioSetOpt)) {
+      const auto groups = ParseGroups(groupList);
+      if (!groups) {
+        std::cerr << "r6183ctl: --set wants page group numbers, as 1,2,5, got \"" << groupList << "\"\n";
+        return 2;
+      }
+      if (*groupCmd) return ctl::Group(session, file, dial, *groups);
+      return ctl::Audio(session, file, ctl::AudioRequest{source, *groups});
+    }
+    if (*audioCmd) return ctl::Audio(session, file, std::nullopt);
+    if (*serviceCmd)
+      return ctl::Service(session, file, *serviceGroupOpt ? std::optional(std::pair{serviceGroup, level}) : std::nullopt);
     if (*daysCmd) return ctl::Days(session, file, schedule, *setDays ? std::optional<std::string>(days) : std::nullopt);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';
