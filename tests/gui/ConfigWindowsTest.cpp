@@ -1,6 +1,7 @@
 // The configuration, custom page group, audio and class of service windows on the
 // offscreen platform, driven by mouse and keys through their control names.
 #include <QComboBox>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QMdiSubWindow>
 #include <QRadioButton>
@@ -13,6 +14,7 @@
 #include "gui/editors/frmClassService.h"
 #include "gui/editors/frmConfig.h"
 #include "gui/editors/frmPage.h"
+#include "gui/shell/GuiPrompter.h"
 
 namespace r6183::gui::test {
 namespace {
@@ -142,7 +144,16 @@ TEST_F(ConfigWindows, ShrinkingTheSampleSiteToTheMainBoard) {
   WhenModal<frmConfig>([&](frmConfig& w) {
     Click(Ctl<QWidget>(w, "optConfig_0"));
     EXPECT_FALSE(Ctl<QWidget>(w, "cbClock")->isVisible());
-    configPicture = SavePicture({&w}, "system-configuration-main-board.png");
+    // the shrink question shown for real, as the desktop program asks it, over the window
+    t.prompter.OnMessage = [&](const ShownMessage& m) {
+      if (m.text != kShrinkQuestion) return;
+      GuiPrompter real;
+      real.SetParent(&w);
+      WhenModal<QMessageBox>([&](QMessageBox& box) {
+        configPicture = SavePicture({&w, &box}, "system-configuration-shrink-question.png");
+      });
+      real.Message(m.text, m.buttons, m.icon, m.title);
+    };
     QTest::keyClick(&w, Qt::Key_Return);
   });
   window->Click("mnuConfig");
@@ -152,6 +163,7 @@ TEST_F(ConfigWindows, ShrinkingTheSampleSiteToTheMainBoard) {
   EXPECT_EQ(texts[0], ConfigQuestion(true));
   EXPECT_EQ(texts[1], "Accept changes to Custom Page Groups?");
   EXPECT_EQ(texts[2], kShrinkQuestion);
+  t.prompter.OnMessage = nullptr;
   EXPECT_EQ(t->state.SystemConfig, 0);
   EXPECT_EQ(Peek("SELECT System_Config FROM Config"), "0\n");
   EXPECT_EQ(Peek("SELECT count(*) FROM Event WHERE StartTime = '23:58'"), "0\n");

@@ -21,6 +21,7 @@ Answer DefaultAnswer(Buttons buttons) {
 Answer ScriptedPrompter::Message(const std::string& text, Buttons buttons, Icon icon,
                                  const std::string& title) {
   shown_.push_back({text, buttons, icon, title});
+  if (OnMessage) OnMessage(ShownMessage(shown_.back()));
   if (answers_.empty()) return DefaultAnswer(buttons);
   const Answer a = answers_.front();
   answers_.pop_front();

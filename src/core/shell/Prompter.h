@@ -3,6 +3,7 @@
 // shows message boxes and file choosers, r6183ctl answers from its options, and tests
 // script the answers and keep what was shown.
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -54,6 +55,9 @@ class ScriptedPrompter : public Prompter {
   const std::vector<ShownMessage>& Shown() const { return shown_; }
   const std::vector<FileChoice>& FileChoices() const { return choices_; }
   void Clear() { shown_.clear(); choices_.clear(); }
+  // Called with each message as it is asked, before the scripted answer is given: a test
+  // can show it for real there, to take its picture over the windows behind it.
+  std::function<void(const ShownMessage&)> OnMessage;
 
  private:
   std::optional<std::string> NextFile(const FileChoice& choice);
