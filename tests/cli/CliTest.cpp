@@ -5,30 +5,16 @@
 
 #include <sstream>
 
-#include "support/TestSupport.h"
+#include "CtlTest.h"
 
 namespace r6183::test {
 namespace {
 
-struct Result {
-  int code;
-  std::string out, err;
-};
-
-class CliTest : public ::testing::Test {
+class CliTest : public CtlTest {
  protected:
-  CliTest() {
-    fs::create_directory(dir.path() / "app");
-    CopyStagedAppDir(dir.path() / "app");
-  }
   // r6183ctl COMMAND FILE, FILE in the test's directory.
   Result Run(const std::string& command, const std::string& file = "") {
-    const std::string out = dir.str("stdout"), err = dir.str("stderr");
-    const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " +
-                            command + (file.empty() ? "" : " '" + dir.str(file) + "'") + " >'" + out +
-                            "' 2>'" + err + "' </dev/null";
-    const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
+    return Ctl(command + (file.empty() ? "" : " " + Quoted(file)));
   }
   // doc.mdb: a copy of the template changed by `sql`.
   void Document(const std::string& sql) {
@@ -36,7 +22,6 @@ class CliTest : public ::testing::Test {
                   fs::copy_options::overwrite_existing);
     SQLite::Database(dir.str("doc.mdb"), SQLite::OPEN_READWRITE).exec(sql);
   }
-  TempDir dir;
 };
 
 TEST_F(CliTest, CheckReportsValidityAndCountsAndNeverWritesTheFile) {

@@ -5,42 +5,22 @@
 
 #include <sstream>
 
-#include "support/TestSupport.h"
+#include "CtlTest.h"
 
 namespace r6183::test {
 namespace {
 
-struct Result {
-  int code;
-  std::string out, err;
-};
-
-class ConfigCommands : public ::testing::Test {
+class ConfigCommands : public CtlTest {
  protected:
   ConfigCommands() {
-    fs::create_directory(dir.path() / "app");
-    CopyStagedAppDir(dir.path() / "app");
     fs::copy_file(StagedAppDir() / "sample.mdb", dir.path() / "site.mdb");
   }
   // r6183ctl COMMAND FILE ARGS, FILE the site in the test's directory.
-  Result Run(const std::string& command, const std::string& args = "") {
-    const std::string out = dir.str("stdout"), err = dir.str("stderr");
-    const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " + command +
-                            " '" + dir.str("site.mdb") + "' " + args + " >'" + out + "' 2>'" + err + "' </dev/null";
-    const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
-  }
-  std::string Bytes() const { return ReadFile(dir.path() / "site.mdb"); }
+  Result Run(const std::string& command, const std::string& args = "") { return Ctl(command, "site.mdb", args); }
+  std::string Bytes() const { return CtlTest::Bytes("site.mdb"); }
   // The dump's rows that begin with `prefix` ("Bgm|", "ClassService|9|").
-  std::vector<std::string> Rows(const std::string& prefix) {
-    std::istringstream in(Run("dump").out);
-    std::vector<std::string> rows;
-    for (std::string l; std::getline(in, l);)
-      if (l.starts_with(prefix)) rows.push_back(l);
-    return rows;
-  }
+  std::vector<std::string> Rows(const std::string& prefix) { return DumpRows("site.mdb", prefix); }
   std::string Unchanged() const { return "; " + dir.str("site.mdb") + " is unchanged\n"; }
-  TempDir dir;
 };
 
 TEST_F(ConfigCommands, PrintsWhatTheWindowsShowAndLeavesTheFile) {

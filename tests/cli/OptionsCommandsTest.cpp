@@ -3,33 +3,21 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "support/TestSupport.h"
+#include "CtlTest.h"
 
 namespace r6183::test {
 namespace {
 
-struct Result {
-  int code;
-  std::string out, err;
-};
-
-class OptionsCommands : public ::testing::Test {
+class OptionsCommands : public CtlTest {
  protected:
   OptionsCommands() {
-    fs::create_directory(dir.path() / "app");
-    CopyStagedAppDir(dir.path() / "app");
     fs::copy_file(dir.path() / "app/DEFAULT", dir.path() / "doc.mdb");
     SQLite::Database(dir.str("doc.mdb"), SQLite::OPEN_READWRITE)
         .exec("UPDATE DipSwitch SET LowStn22 = 1, RingPattern = 1;"
               "UPDATE ClockDef SET ClockEnabled = 1, ClockA = '03', ClockB = '10', Direction = '1', BCD_Type = '1'");
   }
-  Result Run(const std::string& command, const std::string& args = "") {
-    const std::string out = dir.str("stdout"), err = dir.str("stderr");
-    const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " + command +
-                            " '" + dir.str("doc.mdb") + "' " + args + " >'" + out + "' 2>'" + err + "' </dev/null";
-    const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
-  }
+  // r6183ctl COMMAND doc.mdb ARGS
+  Result Run(const std::string& command, const std::string& args = "") { return Ctl(command, "doc.mdb", args); }
   std::string Row(const std::string& sql) {
     SQLite::Database db(dir.str("doc.mdb"), SQLite::OPEN_READONLY);
     SQLite::Statement st(db, sql);
@@ -38,8 +26,7 @@ class OptionsCommands : public ::testing::Test {
     for (int i = 0; i < st.getColumnCount(); ++i) out += (i ? "|" : "") + st.getColumn(i).getString();
     return out;
   }
-  std::string Doc() const { return ReadFile(dir.path() / "doc.mdb"); }
-  TempDir dir;
+  std::string Doc() const { return Bytes("doc.mdb"); }
 };
 
 TEST_F(OptionsCommands, OptionsPrintsTheChart) {

@@ -3,21 +3,14 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
-#include "support/TestSupport.h"
+#include "CtlTest.h"
 
 namespace r6183::test {
 namespace {
 
-struct Result {
-  int code;
-  std::string out, err;
-};
-
-class ScheduleCommands : public ::testing::Test {
+class ScheduleCommands : public CtlTest {
  protected:
   ScheduleCommands() {
-    fs::create_directory(dir.path() / "app");
-    CopyStagedAppDir(dir.path() / "app");
     fs::copy_file(dir.path() / "app/DEFAULT", dir.path() / "doc.mdb");
     SQLite::Database(dir.str("doc.mdb"), SQLite::OPEN_READWRITE)
         .exec("UPDATE Config SET System_Config = 1; UPDATE SchedDays SET Monday = 1 WHERE Schedule = 1;"
@@ -25,15 +18,8 @@ class ScheduleCommands : public ::testing::Test {
               " (1, '08:15', 5, 2, 1, 0), (1, '07:00', 12, 4, 1, 1), (3, '12:00', 3, 1, 1, 0)");
   }
   // r6183ctl COMMAND doc.mdb ARGS
-  Result Run(const std::string& command, const std::string& args = "") {
-    const std::string out = dir.str("stdout"), err = dir.str("stderr");
-    const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " + command +
-                            " '" + dir.str("doc.mdb") + "' " + args + " >'" + out + "' 2>'" + err + "' </dev/null";
-    const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
-  }
-  std::string Doc() const { return ReadFile(dir.path() / "doc.mdb"); }
-  TempDir dir;
+  Result Run(const std::string& command, const std::string& args = "") { return Ctl(command, "doc.mdb", args); }
+  std::string Doc() const { return Bytes("doc.mdb"); }
 };
 
 TEST_F(ScheduleCommands, EventsListsTheLinesOfTheScheduleWindows) {

@@ -5,42 +5,21 @@
 
 #include <sstream>
 
-#include "support/TestSupport.h"
+#include "CtlTest.h"
 
 namespace r6183::test {
 namespace {
 
-struct Result {
-  int code;
-  std::string out, err;
-};
-
-class StationCommands : public ::testing::Test {
+class StationCommands : public CtlTest {
  protected:
   StationCommands() {
-    fs::create_directory(dir.path() / "app");
-    CopyStagedAppDir(dir.path() / "app");
     fs::copy_file(StagedAppDir() / "sample.mdb", dir.path() / "site.mdb");
   }
-  // r6183ctl ARGS, with FILE the site in the test's directory.
-  Result Run(const std::string& args) {
-    const std::string out = dir.str("stdout"), err = dir.str("stderr");
-    const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " + args +
-                            " >'" + out + "' 2>'" + err + "' </dev/null";
-    const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
-  }
-  std::string Site() const { return "'" + dir.str("site.mdb") + "'"; }
-  std::string Bytes() const { return ReadFile(dir.path() / "site.mdb"); }
+  Result Run(const std::string& args) { return Ctl(args); }
+  std::string Site() const { return Quoted("site.mdb"); }
+  std::string Bytes() const { return CtlTest::Bytes("site.mdb"); }
   // The Clid rows of the dump.
-  std::vector<std::string> ClidRows() {
-    std::istringstream in(Run("dump " + Site()).out);
-    std::vector<std::string> rows;
-    for (std::string l; std::getline(in, l);)
-      if (l.starts_with("Clid|")) rows.push_back(l);
-    return rows;
-  }
-  TempDir dir;
+  std::vector<std::string> ClidRows() { return DumpRows("site.mdb", "Clid|"); }
 };
 
 TEST_F(StationCommands, StationsPrintsTheLinesOfTheWindowAndLeavesTheFile) {
