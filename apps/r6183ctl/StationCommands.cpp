@@ -84,12 +84,6 @@ class Numbering {
   std::vector<std::string> before_;
 };
 
-bool AllDigits(const std::string& s) {
-  for (char c : s)
-    if (c < '0' || c > '9') return false;
-  return true;
-}
-
 }  // namespace
 
 int Stations(Session& session, const std::string& file) {
@@ -101,19 +95,13 @@ int Stations(Session& session, const std::string& file) {
 
 int Station(Session& session, const std::string& file, int station, const std::optional<std::string>& arch,
             const std::optional<std::string>& clid, bool blankConflicts) {
-  if (arch && (arch->size() > static_cast<std::size_t>(kArchWidth) || !AllDigits(*arch))) {
-    std::cerr << "r6183ctl: --arch takes up to " << kArchWidth << " digits, got \"" << *arch << "\"\n";
+  if (const auto refusal = arch ? ArchnumRefusal(*arch) : std::nullopt) {
+    std::cerr << "r6183ctl: --arch: " << *refusal << '\n';
     return 2;
   }
-  if (clid) {
-    if (const auto refusal = LineTextRefusal(*clid, session.product.ProductModel)) {
-      std::cerr << "r6183ctl: --clid: " << *refusal << '\n';
-      return 2;
-    }
-    if (CharCount(*clid) > static_cast<std::size_t>(kClidWidth)) {
-      std::cerr << "r6183ctl: --clid takes up to " << kClidWidth << " characters, got " << CharCount(*clid) << '\n';
-      return 2;
-    }
+  if (const auto refusal = clid ? ClidRefusal(*clid, session.product.ProductModel) : std::nullopt) {
+    std::cerr << "r6183ctl: --clid: " << *refusal << '\n';
+    return 2;
   }
   Numbering n(session, file);
   if (!n.Open() || !n.Select(station)) return 2;

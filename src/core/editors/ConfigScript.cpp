@@ -7,6 +7,7 @@
 #include "editors/ClassServiceModel.h"
 #include "editors/ConfigModel.h"
 #include "editors/PageModel.h"
+#include "editors/StationList.h"
 #include "shell/Session.h"
 #include "shell/Text.h"
 
@@ -14,7 +15,7 @@ namespace r6183 {
 
 namespace {
 
-int PresentGroups(const Session& s) { return (std::min<int>(s.state.SystemConfig, 3) + 1) * 4; }
+int PresentGroups(const Session& s) { return LastValidGroup(s.state.SystemConfig); }
 
 std::string NotInSystem(const Session& s, const std::string& what, int n) {
   const int boards = PresentGroups(s) / 4;
