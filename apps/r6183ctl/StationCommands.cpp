@@ -46,10 +46,8 @@ class Numbering {
   // The station's line selected on its tab, as the operator picks it; false with a
   // message for a station the system does not have.
   bool Select(int station) {
-    const int last = LastValidStation(s_.state.SystemConfig);
-    if (station < 1 || station > last) {
-      std::cerr << "r6183ctl: station " << station << " is not in this system: its boards have stations 1 to " << last
-                << '\n';
+    if (station < 1 || station > LastValidStation(s_.state.SystemConfig)) {
+      std::cerr << "r6183ctl: " << StationNotInSystem(station, s_.state.SystemConfig) << '\n';
       return false;
     }
     model_.ShowTab(BoardOf(station));

@@ -15,12 +15,8 @@ namespace r6183 {
 
 namespace {
 
-int PresentGroups(const Session& s) { return LastValidGroup(s.state.SystemConfig); }
-
 std::string NotInSystem(const Session& s, const std::string& what, int n) {
-  const int boards = PresentGroups(s) / 4;
-  return what + " " + std::to_string(n) + " is not in this system: its " + std::to_string(boards) +
-         (boards == 1 ? " board has" : " boards have") + " groups 1 to " + std::to_string(boards * 4);
+  return GroupNotInSystem(what, n, s.state.SystemConfig);
 }
 
 // The ticked boxes of a set of sixteen as "1,2,5", or "none".

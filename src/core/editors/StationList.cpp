@@ -15,6 +15,17 @@ StationLine ParseClidLine(std::string_view line) {
   return {Trim(LeftChars(line, 2)), Trim(MidChars(line, 4, kArchWidth)), Trim(RightChars(line, kClidWidth))};
 }
 
+std::string StationNotInSystem(int station, int systemConfig) {
+  return "station " + std::to_string(station) + " is not in this system: its boards have stations 1 to " +
+         std::to_string(LastValidStation(systemConfig));
+}
+
+std::string GroupNotInSystem(std::string_view what, int group, int systemConfig) {
+  const int boards = LastValidGroup(systemConfig) / kBoardGroups;
+  return std::string(what) + " " + std::to_string(group) + " is not in this system: its " + std::to_string(boards) +
+         (boards == 1 ? " board has" : " boards have") + " groups 1 to " + std::to_string(boards * kBoardGroups);
+}
+
 std::optional<std::string> ArchnumRefusal(std::string_view archnum) {
   const bool digits = archnum.find_first_not_of("0123456789") == std::string_view::npos;
   if (digits && archnum.size() <= static_cast<std::size_t>(kArchWidth)) return std::nullopt;

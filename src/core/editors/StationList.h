@@ -28,6 +28,11 @@ struct StationLine {
 };
 StationLine ParseClidLine(std::string_view line);
 
+// What is said of a station or a (page or service) group beyond the boards of a system:
+// "page group 13 is not in this system: its 3 boards have groups 1 to 12".
+std::string StationNotInSystem(int station, int systemConfig);
+std::string GroupNotInSystem(std::string_view what, int group, int systemConfig);
+
 // What the station window lets into its fields: up to four digits for the number, up to
 // fifteen characters the line carries for the description. The reason ("takes up to 4
 // digits, got ...") when a text is not that.
