@@ -1,6 +1,8 @@
 // The programming written as YAML.
 #include <yaml-cpp/yaml.h>
 
+#include <algorithm>
+
 #include "options/ClockRules.h"
 #include "shell/Text.h"
 #include "shell/Utility.h"
@@ -36,7 +38,7 @@ std::string Beyond(const GroupSet& groups, int last) {
 // A stored index by its caption, or by its stored text where it has none.
 void Captioned(YAML::Emitter& out, const std::string& stored, const char* const* captions, int count) {
   if (const auto caption = CaptionOf(stored, captions, count)) out << *caption;
-  else out << YAML::Flow << YAML::BeginMap << YAML::Key << "stored" << YAML::Value << stored << YAML::EndMap;
+  else out << YAML::Flow << YAML::BeginMap << YAML::Key << "stored" << YAML::Value << YAML::DoubleQuoted << stored << YAML::EndMap;
 }
 
 void Clock(YAML::Emitter& out, const std::string& stored, const std::vector<ClockType>& catalogue) {
@@ -47,7 +49,7 @@ void Clock(YAML::Emitter& out, const std::string& stored, const std::vector<Cloc
   }
   out << YAML::Flow << YAML::BeginMap;
   if (name) out << YAML::Key << "type" << YAML::Value << *name;
-  out << YAML::Key << "stored" << YAML::Value << stored << YAML::EndMap;
+  out << YAML::Key << "stored" << YAML::Value << YAML::DoubleQuoted << stored << YAML::EndMap;
 }
 
 void Section(YAML::Emitter& out, const char* comment, const char* key) {
@@ -105,7 +107,10 @@ std::string ProgrammingText(const Programming& p, const std::vector<ClockType>& 
         << YAML::BeginSeq;
     for (int d = 0; d < 7; ++d)
       if (p.days[static_cast<std::size_t>(s - 1)][static_cast<std::size_t>(d)]) out << kDayShort[d];
-    out << YAML::EndSeq << YAML::Key << "events" << YAML::Value << YAML::BeginSeq;
+    const bool none = std::none_of(p.events.begin(), p.events.end(), [s](const auto& e) { return e.schedule == s; });
+    out << YAML::EndSeq << YAML::Key << "events" << YAML::Value;
+    if (none) out << YAML::Flow;
+    out << YAML::BeginSeq;
     for (const ProgrammedEvent& e : p.events) {
       if (e.schedule != s) continue;
       out << YAML::Flow << YAML::BeginMap << YAML::Key << "time" << YAML::Value << YAML::DoubleQuoted << e.startTime
@@ -132,14 +137,12 @@ std::string ProgrammingText(const Programming& p, const std::vector<ClockType>& 
   }
   out << YAML::EndMap;
 
-  Section(out, "Class of service by service group (group n: stations 6n-5 to 6n)", "service");
+  Section(out, "Class of service by service group (group n: stations 6n-5 to 6n); the groups of absent boards are "
+               "kept but never sent",
+          "service");
   out << YAML::BeginMap;
   for (int g = 1; g <= kServiceGroups; ++g) {
     const int level = p.service[static_cast<std::size_t>(g - 1)];
-    if (g > lastGroup) {
-      if (level != 1) leftOut.push_back("the class of service of group " + std::to_string(g));
-      continue;
-    }
     out << YAML::Key << g << YAML::Value;
     if (const auto name = ServiceLevelName(level)) out << *name;
     else out << level;

@@ -18,8 +18,9 @@
 
 namespace r6183 {
 
-// The text of `p`. What lies beyond the boards (stations, page groups, service groups)
-// is no part of the system and is left out; `leftOut` says what was.
+// The text of `p`. Stations and page groups beyond the boards are no part of the system
+// and are left out (`leftOut` says which had something); the class of service of every
+// group is kept, as the document keeps it.
 std::string ProgrammingText(const Programming& p, const std::vector<ClockType>& catalogue,
                             std::vector<std::string>& leftOut);
 

@@ -340,8 +340,9 @@ class Reader {
     for (const auto& kv : n) {
       const auto group = Int(kv.first, "a service group");
       if (!group) continue;
-      if (*group < 1 || *group > LastValidGroup(p_.systemConfig)) {
-        Refuse(kv.first, GroupNotInSystem("group", *group, p_.systemConfig));
+      // a group of an absent board keeps its level, as the document does; it is never sent
+      if (*group < 1 || *group > kServiceGroups) {
+        Refuse(kv.first, "the service groups are 1 to 16, not " + std::to_string(*group));
         continue;
       }
       auto level = ServiceLevelOf(Scalar(kv.second));
