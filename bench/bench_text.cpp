@@ -51,7 +51,7 @@ void BM_ImportLargest(benchmark::State& state) {
     const TextImport read = ReadProgrammingText(b.text, ReadProgramming(b.templ), LoadClockCatalogue(b.templ), "R-6183");
     if (!read.refusals.empty()) state.SkipWithError(read.refusals.front().text.c_str());
     fs::copy_file(b.templ, out, fs::copy_options::overwrite_existing);
-    WriteProgramming(read.programming, out);
+    WriteProgramming(read.programming, out, true);
   }
 }
 BENCHMARK(BM_ImportLargest)->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);

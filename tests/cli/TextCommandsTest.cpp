@@ -46,6 +46,7 @@ TEST_F(TextCommands, ExportThenImportGivesTheSameDocument) {
   const Result made = Run("import site.yaml back.mdb");
   ASSERT_EQ(made.code, 0) << made.err;
   EXPECT_EQ(Run("dump back.mdb").out, Run("dump site.mdb").out);
+  EXPECT_EQ(Run("check back.mdb").code, 0);
   EXPECT_EQ(Run("import site.yaml back.mdb").code, 1) << "an existing file needs --force";
   EXPECT_EQ(Run("diff site.mdb site.yaml").code, 0);
 }

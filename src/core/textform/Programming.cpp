@@ -1,5 +1,7 @@
 #include "textform/Programming.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include "database/Database.h"
 #include "database/Recordset.h"
 #include "shell/Conversions.h"
@@ -83,8 +85,9 @@ Programming ReadProgramming(const std::string& path) {
   return p;
 }
 
-void WriteProgramming(const Programming& p, const std::string& path) {
+void WriteProgramming(const Programming& p, const std::string& path, bool scratch) {
   Database db = Database::Open(path);
+  if (scratch) db.Handle().exec("PRAGMA synchronous = OFF");
   db.BeginTrans();
   try {
     db.Execute("UPDATE Config SET System_Config = ?", {p.systemConfig});

@@ -51,8 +51,10 @@ struct Programming {
 Programming ReadProgramming(const std::string& path);
 
 // Writes `p` into the document at `path` (a copy of the template), every table in one
-// transaction; the catalogue, the revision and the dial codes stay as they are.
-void WriteProgramming(const Programming& p, const std::string& path);
+// transaction; the catalogue, the revision and the dial codes stay as they are. A
+// `scratch` file (a private copy that is copied to its place afterwards) is not waited
+// for on the disk.
+void WriteProgramming(const Programming& p, const std::string& path, bool scratch = false);
 
 // The audio sources as the audio window's tabs name them, by table.
 inline constexpr const char* kAudioTableNames[kAudioTables] = {"Bgm", "TonesPG", "EmergencyPG"};
