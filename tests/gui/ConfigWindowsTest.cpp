@@ -7,6 +7,7 @@
 #include <QTabWidget>
 
 #include "EditorWindows.h"
+#include "Pictures.h"
 #include "WhenModal.h"
 #include "gui/editors/frmBgm.h"
 #include "gui/editors/frmClassService.h"
@@ -65,7 +66,7 @@ TEST_F(ConfigWindows, CustomPageGroupsByKeysAndMouse) {
   QTest::keyClick(w->widget(), Qt::Key_2, Qt::AltModifier);
   EXPECT_EQ(tabs->currentIndex(), 2);
   EXPECT_FALSE(Ctl<QWidget>(*w, "cmdInclude_0")->isEnabled());
-  Click(Ctl<QWidget>(*w, "cmdInclude_2"));
+  QTest::keyClick(w->widget(), Qt::Key_I, Qt::AltModifier);
   EXPECT_TRUE(window->Action("mnuFileSave")->isEnabled());
   Click(Ctl<QWidget>(*w, "cmdOK"));
   Settle();
@@ -137,10 +138,11 @@ TEST_F(ConfigWindows, ShrinkingTheSampleSiteToTheMainBoard) {
   t.prompter.QueueAnswer(Answer::Yes);  // close the open windows
   t.prompter.QueueAnswer(Answer::Yes);  // accept the page group edits
   t.prompter.QueueAnswer(Answer::Yes);  // remove the boards
-  std::string question;
+  std::string configPicture;
   WhenModal<frmConfig>([&](frmConfig& w) {
     Click(Ctl<QWidget>(w, "optConfig_0"));
     EXPECT_FALSE(Ctl<QWidget>(w, "cbClock")->isVisible());
+    configPicture = SavePicture({&w}, "system-configuration-main-board.png");
     QTest::keyClick(&w, Qt::Key_Return);
   });
   window->Click("mnuConfig");
@@ -161,6 +163,8 @@ TEST_F(ConfigWindows, ShrinkingTheSampleSiteToTheMainBoard) {
   auto* bgm = Open<frmBgm>("Audio Connections");
   ASSERT_NE(bgm, nullptr);
   EXPECT_EQ(Enabled(*bgm, "chkPageGroup", 0, 6), std::vector<bool>({1, 1, 1, 1, 0, 0}));
+  EXPECT_FALSE(configPicture.empty());
+  EXPECT_FALSE(SavePicture({bgm}, "audio-connections-main-board.png").empty());
   bgm->close();
   auto* groups = Open<frmPage>("Custom Page Groups");
   ASSERT_NE(groups, nullptr);

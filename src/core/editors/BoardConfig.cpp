@@ -25,6 +25,9 @@ void Validate_Config(Session& s) {
   const std::string group = std::to_string((boards + 1) * 4 + 1);
   Database db;
   if (!step(j, where, [&] { db = Database::Open(s.state.WorkDbPath); })) return;
+  // One commit for the whole clearing: a statement that fails is journalled and the others
+  // still run, but the work copy never holds half a configuration after a crash.
+  step(j, where, [&] { db.Execute("BEGIN"); });
   step(j, where, [&] { db.Execute("UPDATE Clid SET Clid_String = '' WHERE Clid_Station BETWEEN " + first + " AND 97"); });
   step(j, where, [&] { db.Execute("UPDATE Clid SET Archnum = '' WHERE Clid_Station BETWEEN " + first + " AND 97"); });
   // "Group" is a keyword of the store and is quoted
@@ -35,6 +38,7 @@ void Validate_Config(Session& s) {
     for (int b = boards + 1; b <= 3; ++b)
       step(j, where, [&] { db.Execute(std::string("UPDATE ") + table + kBoardGroups[b]); });
   step(j, where, [&] { db.Execute(kDeleteOrphanEvents); });
+  step(j, where, [&] { db.Execute("COMMIT"); });
   db.Close();
 }
 

@@ -5,12 +5,14 @@
 #include <QVBoxLayout>
 
 #include "gui/editors/GroupBoxes.h"
+#include "gui/editors/WindowMnemonics.h"
 
 namespace r6183::gui {
 
 frmBgm::frmBgm(Session& session, QWidget* parent)
     : QMdiSubWindow(parent), model_(session), form_(session, *this, "frmBgm") {
   setObjectName("frmBgm");
+  WindowMnemonics::Install(*this);
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(BgmModel::kCaption);
   auto* content = new QWidget;

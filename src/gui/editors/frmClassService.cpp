@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "gui/editors/GroupBoxes.h"
+#include "gui/editors/WindowMnemonics.h"
 
 namespace r6183::gui {
 
@@ -45,6 +46,7 @@ QComboBox* Combo(ListControl& list, QObject* context) {
 frmClassService::frmClassService(Session& session, QWidget* parent)
     : QMdiSubWindow(parent), model_(session), form_(session, *this, "frmClassService") {
   setObjectName("frmClassService");
+  WindowMnemonics::Install(*this);
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(ClassServiceModel::kCaption);
   model_.Form_Load();

@@ -16,6 +16,7 @@
 #include "gui/editors/ColumnLines.h"
 #include "gui/editors/frmAuto.h"
 #include "gui/editors/frmStation.h"
+#include "gui/editors/WindowMnemonics.h"
 #include "shell/Session.h"
 
 namespace r6183::gui {
@@ -23,6 +24,7 @@ namespace r6183::gui {
 frmClid::frmClid(Session& session, QWidget* parent)
     : QMdiSubWindow(parent), session_(session), model_(session), form_(session, *this, "frmClid") {
   setObjectName("frmClid");
+  WindowMnemonics::Install(*this);
   setAttribute(Qt::WA_DeleteOnClose, false);  // the main window keeps it, loaded again at each opening
   setWindowTitle(ClidModel::kCaption);
   setWidget(BuildContent());
@@ -163,33 +165,6 @@ void frmClid::closeEvent(QCloseEvent* e) {
   // the system box as Cancel: the rows go back to the opening unless OK was pressed
   model_.Form_Unload();
   QMdiSubWindow::closeEvent(e);
-}
-
-QAbstractButton* frmClid::MnemonicButton(const QKeyEvent& k) const {
-  if (k.modifiers() != Qt::AltModifier || !tabs_) return nullptr;
-  for (QAbstractButton* b : tabs_->currentWidget()->findChildren<QAbstractButton*>())
-    if (b->isVisible() && b->isEnabled() && QKeySequence::mnemonic(b->text()) == QKeySequence(Qt::ALT | k.key()))
-      return b;
-  return nullptr;
-}
-
-bool frmClid::event(QEvent* e) {
-  // The buttons' mnemonics go before the main window's menu: Alt+D deletes the station here,
-  // as the window's own key, rather than opening Date/Time.
-  if (e->type() == QEvent::ShortcutOverride && MnemonicButton(*static_cast<QKeyEvent*>(e))) {
-    e->accept();
-    return true;
-  }
-  return QMdiSubWindow::event(e);
-}
-
-void frmClid::keyPressEvent(QKeyEvent* e) {
-  if (QAbstractButton* b = MnemonicButton(*e)) {
-    b->setFocus(Qt::ShortcutFocusReason);
-    b->click();
-    return;
-  }
-  QMdiSubWindow::keyPressEvent(e);
 }
 
 void frmClid::changeEvent(QEvent* e) {

@@ -7,8 +7,6 @@
 #include "gui/editors/ControlAdapter.h"
 #include "gui/shell/FormLink.h"
 
-class QAbstractButton;
-class QKeyEvent;
 class QMdiArea;
 class QTabWidget;
 
@@ -27,14 +25,10 @@ class frmClid : public QMdiSubWindow {
  protected:
   void closeEvent(QCloseEvent* e) override;
   void changeEvent(QEvent* e) override;
-  bool event(QEvent* e) override;
-  void keyPressEvent(QKeyEvent* e) override;
 
  private:
   QWidget* BuildContent();
   QWidget* BuildBoard(int board);
-  // The button of the board shown whose mnemonic is the key, if it can be pressed.
-  QAbstractButton* MnemonicButton(const QKeyEvent& k) const;
 
   Session& session_;
   ClidModel model_;

@@ -7,12 +7,14 @@
 #include <QVBoxLayout>
 
 #include "gui/editors/GroupBoxes.h"
+#include "gui/editors/WindowMnemonics.h"
 
 namespace r6183::gui {
 
 frmPage::frmPage(Session& session, QWidget* parent)
     : QMdiSubWindow(parent), model_(session), form_(session, *this, "frmPage") {
   setObjectName("frmPage");
+  WindowMnemonics::Install(*this);
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(PageModel::kCaption);
   auto* content = new QWidget;

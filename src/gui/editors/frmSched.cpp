@@ -15,6 +15,7 @@
 
 #include "editors/EventModel.h"
 #include "gui/editors/frmEvent.h"
+#include "gui/editors/WindowMnemonics.h"
 #include "shell/Session.h"
 
 namespace r6183::gui {
@@ -66,6 +67,7 @@ class EventLineDelegate : public QStyledItemDelegate {
 frmSched::frmSched(Session& session, QWidget* parent)
     : QMdiSubWindow(parent), session_(session), model_(session), form_(session, *this, "frmSched") {
   setObjectName("frmSched");
+  WindowMnemonics::Install(*this);
   setAttribute(Qt::WA_DeleteOnClose, false);  // the main window keeps one window per schedule
   setWidget(BuildContent());
   setWindowTitle(QString::fromStdString(model_.Caption()));
