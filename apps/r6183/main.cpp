@@ -7,7 +7,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdio>
 #include <memory>
+#include <string_view>
 
 #include "gui/shell/GuiPrompter.h"
 #include "gui/shell/frmMenu.h"
@@ -45,6 +47,12 @@ void CloseOnStopSignals(QWidget& main) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // answered before any window or display is needed
+  for (int i = 1; i < argc; ++i)
+    if (std::string_view(argv[i]) == "--version") {
+      std::printf("r6183 %s\n", R6183_VERSION);
+      return 0;
+    }
   QApplication app(argc, argv);
   QApplication::setApplicationName("r6183");
   const AppDir dir = AppDir::Locate("/proc/self/exe");

@@ -57,8 +57,6 @@ bool WriteWhole(const std::string& source, const std::string& file) {
   return false;
 }
 
-namespace {
-
 // The line of a port number 1 to 16 or a device path; empty with a message when none.
 std::string DeviceOf(Session& session, const std::string& port) {
   try {
@@ -73,6 +71,8 @@ std::string DeviceOf(Session& session, const std::string& port) {
 void TellOpenFailure(const ModComm& comm, const std::string& port) {
   if (!comm.OpenFailure().empty()) std::cerr << "r6183ctl: port " << port << ": " << comm.OpenFailure() << '\n';
 }
+
+namespace {
 
 std::string RevOf(const std::string& path) {
   try {

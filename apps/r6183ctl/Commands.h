@@ -83,4 +83,20 @@ int Audio(Session& session, const std::string& file, const std::optional<AudioRe
 // The class of service of the sixteen groups, or with (group, level) one changed.
 int Service(Session& session, const std::string& file, std::optional<std::pair<int, int>> groupLevel);
 
+// FILE's programming as YAML, to OUT or stdout; what lies beyond the boards is left out
+// with a word on stderr. 0, or 2 when FILE is no document of this version.
+int Export(Session& session, const std::string& file, const std::string& out);
+// A document made from the YAML file TEXT through the windows' rules, written to OUT; 1
+// with every refusal as TEXT:LINE:COLUMN on stderr, and nothing written, when one is refused.
+int Import(Session& session, const std::string& text, const std::string& out, bool force);
+// The differences between two programmings (documents or YAML files), a line each; 0
+// when equal, 1 when not, 2 when one can't be read.
+int Diff(Session& session, const std::string& a, const std::string& b);
+// Receives the unit's programming on PORT into a private document and compares FILE
+// with it; 0 when the unit holds FILE's programming, 1 with the differences, 2 when
+// nothing came.
+int Verify(Session& session, const std::string& file, const std::string& port);
+// The automatic backups of the transfers, newest first: date and time, kind, path.
+int Backups(Session& session);
+
 }  // namespace r6183::ctl

@@ -7,6 +7,7 @@
 #include <string>
 
 namespace r6183 {
+class ModComm;
 class Session;
 }
 
@@ -36,6 +37,10 @@ std::string PrivateCopy(const std::string& file, const PrivateDir& dir);
 // Copies `source` to `file` through a temporary name beside it and a rename, so that no
 // half-written file is ever left; says why on failure.
 bool WriteWhole(const std::string& source, const std::string& file);
+// The line of a port number 1 to 16 or a device path; empty with a message when none.
+std::string DeviceOf(Session& session, const std::string& port);
+// After a command on a port: why the port could not be opened, when it could not.
+void TellOpenFailure(const ModComm& comm, const std::string& port);
 // Opens FILE as the Open command does, on a work copy in `dir`; false with the reason on stderr.
 bool OpenDocument(Session& session, const std::string& file, const PrivateDir& dir);
 

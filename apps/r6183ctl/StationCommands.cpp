@@ -46,10 +46,8 @@ class Numbering {
   // The station's line selected on its tab, as the operator picks it; false with a
   // message for a station the system does not have.
   bool Select(int station) {
-    const int last = LastValidStation(s_.state.SystemConfig);
-    if (station < 1 || station > last) {
-      std::cerr << "r6183ctl: station " << station << " is not in this system: its boards have stations 1 to " << last
-                << '\n';
+    if (station < 1 || station > LastValidStation(s_.state.SystemConfig)) {
+      std::cerr << "r6183ctl: " << StationNotInSystem(station, s_.state.SystemConfig) << '\n';
       return false;
     }
     model_.ShowTab(BoardOf(station));
@@ -84,12 +82,6 @@ class Numbering {
   std::vector<std::string> before_;
 };
 
-bool AllDigits(const std::string& s) {
-  for (char c : s)
-    if (c < '0' || c > '9') return false;
-  return true;
-}
-
 }  // namespace
 
 int Stations(Session& session, const std::string& file) {
@@ -101,19 +93,13 @@ int Stations(Session& session, const std::string& file) {
 
 int Station(Session& session, const std::string& file, int station, const std::optional<std::string>& arch,
             const std::optional<std::string>& clid, bool blankConflicts) {
-  if (arch && (arch->size() > static_cast<std::size_t>(kArchWidth) || !AllDigits(*arch))) {
-    std::cerr << "r6183ctl: --arch takes up to " << kArchWidth << " digits, got \"" << *arch << "\"\n";
+  if (const auto refusal = arch ? ArchnumRefusal(*arch) : std::nullopt) {
+    std::cerr << "r6183ctl: --arch: " << *refusal << '\n';
     return 2;
   }
-  if (clid) {
-    if (const auto refusal = LineTextRefusal(*clid, session.product.ProductModel)) {
-      std::cerr << "r6183ctl: --clid: " << *refusal << '\n';
-      return 2;
-    }
-    if (CharCount(*clid) > static_cast<std::size_t>(kClidWidth)) {
-      std::cerr << "r6183ctl: --clid takes up to " << kClidWidth << " characters, got " << CharCount(*clid) << '\n';
-      return 2;
-    }
+  if (const auto refusal = clid ? ClidRefusal(*clid, session.product.ProductModel) : std::nullopt) {
+    std::cerr << "r6183ctl: --clid: " << *refusal << '\n';
+    return 2;
   }
   Numbering n(session, file);
   if (!n.Open() || !n.Select(station)) return 2;

@@ -140,6 +140,22 @@ int main(int argc, char** argv) {
   serviceGroupOpt->needs(levelOpt);
   levelOpt->needs(serviceGroupOpt);
 
+  std::string second, output;
+  auto* exportCmd = app.add_subcommand("export", "write the programming of FILE as YAML");
+  exportCmd->add_option("FILE", file)->required();
+  exportCmd->add_option("-o,--output", output, "write it to this file instead of stdout");
+  auto* importCmd = app.add_subcommand("import", "make the document OUT from a YAML file, through the windows' rules");
+  importCmd->add_option("TEXT", text, "the YAML file")->required();
+  importCmd->add_option("OUT", output, "the document to write")->required();
+  importCmd->add_flag("--force", force, "replace OUT when it exists");
+  auto* diffCmd = app.add_subcommand("diff", "print the differences between two programmings (documents or YAML files)");
+  diffCmd->add_option("A", file)->required();
+  diffCmd->add_option("B", second)->required();
+  auto* verifyCmd = app.add_subcommand("verify", "receive the unit's programming on PORT and compare FILE with it");
+  verifyCmd->add_option("FILE", file)->required();
+  verifyCmd->add_option("--port", port, "port number 1 to 16, or a device path")->required();
+  auto* backupsCmd = app.add_subcommand("backups", "list the backups kept after each Receive and Send");
+
   CLI11_PARSE(app, argc, argv);
 
   if (*frame) {
@@ -225,6 +241,11 @@ int main(int argc, char** argv) {
     if (*audioCmd) return ctl::Audio(session, file, std::nullopt);
     if (*serviceCmd)
       return ctl::Service(session, file, *serviceGroupOpt ? std::optional(std::pair{serviceGroup, level}) : std::nullopt);
+    if (*exportCmd) return ctl::Export(session, file, output);
+    if (*importCmd) return ctl::Import(session, text, output, force);
+    if (*diffCmd) return ctl::Diff(session, file, second);
+    if (*verifyCmd) return ctl::Verify(session, file, port);
+    if (*backupsCmd) return ctl::Backups(session);
     if (*daysCmd) return ctl::Days(session, file, schedule, *setDays ? std::optional<std::string>(days) : std::nullopt);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';

@@ -64,9 +64,9 @@ TEST_F(StationCommands, WrongStationsNumbersAndDescriptionsAreRefusedBeforeAnyth
   } cases[] = {
       {"80 --arch 5", "r6183ctl: station 80 is not in this system: its boards have stations 1 to 72\n"},
       {"0 --arch 5", "r6183ctl: station 0 is not in this system: its boards have stations 1 to 72\n"},
-      {"5 --arch 12a", "r6183ctl: --arch takes up to 4 digits, got \"12a\"\n"},
-      {"5 --arch 12345", "r6183ctl: --arch takes up to 4 digits, got \"12345\"\n"},
-      {"5 --clid 'Sixteen chars!!!'", "r6183ctl: --clid takes up to 15 characters, got 16\n"},
+      {"5 --arch 12a", "r6183ctl: --arch: takes up to 4 digits, got \"12a\"\n"},
+      {"5 --arch 12345", "r6183ctl: --arch: takes up to 4 digits, got \"12345\"\n"},
+      {"5 --clid 'Sixteen chars!!!'", "r6183ctl: --clid: takes up to 15 characters, got 16\n"},
       {"5 --clid 'Ωmega'",
        "r6183ctl: --clid: The R-6183 cannot show \"Ω\". Use only the letters, digits and signs of Western European "
        "languages.\n"},

@@ -1,5 +1,6 @@
 #include "editors/BgmModel.h"
 
+#include "editors/StationList.h"
 #include "shell/MainMenu.h"
 #include "shell/MenuModel.h"
 #include "shell/Session.h"
@@ -59,7 +60,7 @@ void BgmModel::Form_Load() {
   BgmChanged = false;
   BgmAccepted = false;
   unloaded_ = false;
-  const int present = (s_.state.SystemConfig + 1) * 4;
+  const int present = LastValidGroup(s_.state.SystemConfig);
   step(s_.journal(), kLoad, [&] {
     for (int src = 0; src < 3; ++src)
       for (int g = 1; g <= 16; ++g) Box(src, g).SetEnabled(g <= present);

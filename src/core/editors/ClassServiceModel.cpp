@@ -1,5 +1,6 @@
 #include "editors/ClassServiceModel.h"
 
+#include "editors/StationList.h"
 #include "shell/Conversions.h"
 #include "shell/MainMenu.h"
 #include "shell/MenuModel.h"
@@ -38,7 +39,7 @@ ClassServiceModel::ClassServiceModel(Session& session) : s_(session) {
 ClassServiceModel::~ClassServiceModel() = default;
 
 void ClassServiceModel::Form_Load() {
-  const int present = (s_.state.SystemConfig + 1) * 4;
+  const int present = LastValidGroup(s_.state.SystemConfig);
   ServiceChanged = false;
   step(s_.journal(), kLoad, [&] {
     db_ = std::make_unique<Database>(Database::Open(s_.state.WorkDbPath));
@@ -78,7 +79,7 @@ void ClassServiceModel::Close() {
 void ClassServiceModel::Form_Unload() {
   if (!loaded_) return;
   loaded_ = false;
-  const int present = (s_.state.SystemConfig + 1) * 4;
+  const int present = LastValidGroup(s_.state.SystemConfig);
   step(s_.journal(), kUnload, [&] {
     Recordset& rs = *rs_;
     for (rs.MoveFirst(); !rs.IsEOF(); rs.MoveNext()) {

@@ -7,6 +7,7 @@
 #include "editors/ClassServiceModel.h"
 #include "editors/ConfigModel.h"
 #include "editors/PageModel.h"
+#include "editors/StationList.h"
 #include "shell/Session.h"
 #include "shell/Text.h"
 
@@ -14,12 +15,8 @@ namespace r6183 {
 
 namespace {
 
-int PresentGroups(const Session& s) { return (std::min<int>(s.state.SystemConfig, 3) + 1) * 4; }
-
 std::string NotInSystem(const Session& s, const std::string& what, int n) {
-  const int boards = PresentGroups(s) / 4;
-  return what + " " + std::to_string(n) + " is not in this system: its " + std::to_string(boards) +
-         (boards == 1 ? " board has" : " boards have") + " groups 1 to " + std::to_string(boards * 4);
+  return GroupNotInSystem(what, n, s.state.SystemConfig);
 }
 
 // The ticked boxes of a set of sixteen as "1,2,5", or "none".

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "editors/EventEntry.h"
+#include "editors/StationList.h"
 #include "editors/ScheduleModel.h"
 #include "shell/Conversions.h"
 #include "shell/MenuModel.h"
@@ -124,7 +125,7 @@ void EventModel::Form_Load() {
   });
   step(s_.journal(), kLoad, [&] { caption_ = std::string(kCaption) + " - " + std::to_string(st.ScheduleNumber); });
   step(s_.journal(), kLoad, [&] {
-    const int enabled = (std::min<int>(st.SystemConfig, 3) + 1) * 4;  // four page groups a board
+    const int enabled = LastValidGroup(st.SystemConfig);  // four page groups a board
     for (int g = 0; g < kPageGroups; ++g) chkPageGroup[static_cast<std::size_t>(g)].SetEnabled(g < enabled);
   });
   SetMode(Mode::View);

@@ -1,5 +1,6 @@
 #include "editors/PageModel.h"
 
+#include "editors/StationList.h"
 #include "shell/MainMenu.h"
 #include "shell/MenuModel.h"
 #include "shell/Session.h"
@@ -40,7 +41,7 @@ PageModel::PageModel(Session& session) : s_(session) {
 }
 
 void PageModel::Form_Load() {
-  const int present = (s_.state.SystemConfig + 1) * 4;
+  const int present = LastValidGroup(s_.state.SystemConfig);
   PageLoaded = false;
   PageChanged = false;
   step(s_.journal(), kLoad, [&] {

@@ -7,6 +7,7 @@
 #include "editors/EventEntry.h"
 #include "editors/EventModel.h"
 #include "editors/ScheduleModel.h"
+#include "editors/StationList.h"
 #include "shell/Conversions.h"
 #include "shell/Session.h"
 #include "shell/Text.h"
@@ -81,9 +82,7 @@ bool ScriptAddEvent(Session& s, const EventRequest& r, std::string& line, std::s
       // a grey box can't be ticked: the group's board is not in the system
       for (const int g : *r.groups) {
         if (g >= 1 && g <= kPageGroups && ev.chkPageGroup[static_cast<std::size_t>(g - 1)].Enabled()) continue;
-        const int boards = std::min<int>(s.state.SystemConfig, 3) + 1;
-        refusal = "page group " + std::to_string(g) + " is not in this system: its " + std::to_string(boards) +
-                  (boards == 1 ? " board has" : " boards have") + " groups 1 to " + std::to_string(boards * 4);
+        refusal = GroupNotInSystem("page group", g, s.state.SystemConfig);
         return;
       }
     }

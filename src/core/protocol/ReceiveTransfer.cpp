@@ -1,5 +1,6 @@
 #include "protocol/ReceiveTransfer.h"
 
+#include "database/Backups.h"
 #include "database/Database.h"
 #include "database/DocumentChecks.h"
 #include "database/ToneDefaults.h"
@@ -123,8 +124,10 @@ void mnuRx_Click(Session& s, ModComm& comm, ProgressWindow& w) {
   GetRevs(s, comm, lines);
   const std::string rv = UnitRevisionText(comm, lines, false);
   Sleep(s, 1);
-  Receive_Data(s, comm, w, rv);
+  const bool received = Receive_Data(s, comm, w, rv);
   if (rv < s.state.ProgramDbRevisionShort) UpdateData(s);
+  // what the unit held is kept, whatever becomes of the work copy
+  if (received) KeepBackup(s, s.state.WorkDbPath, "receive");
   InableAllRootMenus(s);
   w.Unload();
 }

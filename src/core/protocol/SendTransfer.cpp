@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "database/Backups.h"
 #include "database/Database.h"
 #include "database/DocumentCommands.h"
 #include "protocol/Messages.h"
@@ -130,7 +131,8 @@ void mnuSend_Click(Session& s, ModComm& comm, ProgressWindow& w) {
       }
     }
     Sleep(s, 1);
-    Send_Data(s, comm, w);
+    // what the unit now holds is kept, whatever becomes of the document
+    if (Send_Data(s, comm, w)) KeepBackup(s, s.state.WorkDbPath, "send");
   }
   InableAllRootMenus(s);
   w.Unload();

@@ -1,0 +1,60 @@
+// Export and import of the largest programming (3 expansion boards, 96 numbered and
+// described stations, 256 events) as r6183ctl runs them: the document read and its YAML
+// written; the YAML read through the rules and a document made from the template.
+// Run: build/bench/bench_text
+#include <benchmark/benchmark.h>
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <filesystem>
+
+#include "BenchSession.h"
+#include "options/ClockRules.h"
+#include "textform/TextForm.h"
+
+namespace fs = std::filesystem;
+using namespace r6183;
+
+namespace {
+struct Largest : bench::BenchSession {
+  Largest() {
+    templ = (dir / "DEFAULT").string();
+    document = (dir / "LARGEST.MDB").string();
+    fs::copy_file(templ, document);
+    SQLite::Database(document, SQLite::OPEN_READWRITE)
+        .exec("BEGIN; UPDATE Config SET System_Config = 3;"
+              "UPDATE Clid SET archnum = CAST(1000 + clid_station AS TEXT), clid_string = 'Station ' || clid_station;"
+              "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
+              " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
+              " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
+              "COMMIT");
+    std::vector<std::string> leftOut;
+    text = ProgrammingText(ReadProgramming(document), LoadClockCatalogue(document), leftOut);
+  }
+  std::string templ, document, text;
+};
+
+void BM_ExportLargest(benchmark::State& state) {
+  Largest b;
+  for (auto _ : state) {
+    std::vector<std::string> leftOut;
+    benchmark::DoNotOptimize(ProgrammingText(ReadProgramming(b.document), LoadClockCatalogue(b.document), leftOut));
+  }
+  state.counters["bytes"] = static_cast<double>(b.text.size());
+}
+BENCHMARK(BM_ExportLargest)->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);
+
+void BM_ImportLargest(benchmark::State& state) {
+  Largest b;
+  const std::string out = (b.dir / "out.mdb").string();
+  for (auto _ : state) {
+    const TextImport read = ReadProgrammingText(b.text, ReadProgramming(b.templ), LoadClockCatalogue(b.templ), "R-6183");
+    if (!read.refusals.empty()) state.SkipWithError(read.refusals.front().text.c_str());
+    fs::copy_file(b.templ, out, fs::copy_options::overwrite_existing);
+    WriteProgramming(read.programming, out, true);
+  }
+}
+BENCHMARK(BM_ImportLargest)->Unit(benchmark::kMillisecond)->Repetitions(9)->ReportAggregatesOnly(true);
+}  // namespace
+
+BENCHMARK_MAIN();
