@@ -23,10 +23,10 @@ class CtlTest : public ::testing::Test {
     fs::create_directory(dir.path() / "app");
     CopyStagedAppDir(dir.path() / "app");
   }
-  // r6183ctl ARGS, the arguments as the shell reads them.
+  // r6183ctl ARGS, the arguments as the shell reads them, run in the test's folder.
   Result Ctl(const std::string& args) {
     const std::string out = dir.str("stdout"), err = dir.str("stderr");
-    const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " + args +
+    const std::string cmd = "cd '" + dir.str() + "' && '" + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " + args +
                             " >'" + out + "' 2>'" + err + "' </dev/null";
     const int status = std::system(cmd.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};

@@ -1,32 +1,16 @@
 // r6183ctl export, import, diff and backups on copies of the sample site.
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-
-#include "support/TestSupport.h"
+#include "CtlTest.h"
 
 namespace r6183::test {
 namespace {
 
-struct Result {
-  int code;
-  std::string out, err;
-};
-
-class TextCommands : public ::testing::Test {
+class TextCommands : public CtlTest {
  protected:
   TextCommands() {
-    fs::create_directory(dir.path() / "app");
-    CopyStagedAppDir(dir.path() / "app");
     fs::copy_file(StagedAppDir() / "sample.mdb", dir.path() / "site.mdb");
   }
   // r6183ctl ARGS, file names taken in the test's directory.
-  Result Run(const std::string& args) {
-    const std::string out = dir.str("stdout"), err = dir.str("stderr");
-    const std::string cmd = "cd '" + dir.str() + "' && '" + R6183CTL_PATH + "' --appdir '" + dir.str("app") + "' " +
-                            args + " >'" + out + "' 2>'" + err + "' </dev/null";
-    const int status = std::system(cmd.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadFile(out), ReadFile(err)};
-  }
+  Result Run(const std::string& args) { return Ctl(args); }
   // site.yaml with each (from, to) replaced once.
   void EditedText(const std::string& name, const std::vector<std::pair<std::string, std::string>>& edits) {
     std::string text = ReadFile(dir.path() / "site.yaml");
@@ -37,7 +21,6 @@ class TextCommands : public ::testing::Test {
     }
     WriteFile(dir.path() / name, text);
   }
-  TempDir dir;
 };
 
 TEST_F(TextCommands, ExportThenImportGivesTheSameDocument) {
