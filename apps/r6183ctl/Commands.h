@@ -29,15 +29,24 @@ int Ports(Session& session);
 // Asks the unit on PORT (1 to 16, or a device path) for its revisions and prints the
 // lines the About window lists; 0 when the unit answered.
 int Revs(Session& session, const std::string& port);
+// The commands on a port take `dial`: when it is not empty they run through a modem call
+// to that number, dialled as the phone list dials and released at the end; a call that
+// does not stand, or a release that fails, ends in 1.
 // Runs the Receive command on PORT and saves the received document as OUT; 0 on
 // "Receive Data completed successfully.".
-int Receive(Session& session, const std::string& out, const std::string& port, bool force);
+int Receive(Session& session, const std::string& out, const std::string& port, bool force, const std::string& dial);
 // Opens FILE as a document and runs the Send command on PORT; 0 on "Send data completed
 // successfully.".
-int Send(Session& session, const std::string& file, const std::string& port);
+int Send(Session& session, const std::string& file, const std::string& port, const std::string& dial);
 // Reads the unit's date, time and daylight switch and prints them; with `set` ("mm/dd/yy
 // hh:mm:ss" or "now") and/or `dst` ("on"/"off") sends them as "Update" does.
-int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst);
+int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst,
+             const std::string& dial);
+// Dials NUMBER through the modem on PORT as the phone list does; the call stands after the
+// program ends. 0 on "Modem connected successfully.".
+int Dial(Session& session, const std::string& number, const std::string& port);
+// Hangs up the modem on PORT as Modem Release does; 0 when released.
+int Release(Session& session, const std::string& port);
 
 // The 96 lines of the numbering window; 0, or 2 when FILE is no document.
 int Stations(Session& session, const std::string& file);
