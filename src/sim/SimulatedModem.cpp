@@ -62,11 +62,6 @@ SimulatedModem::~SimulatedModem() = default;
 SerialLine& SimulatedModem::UnitSide() { return *unitLine_; }
 
 void SimulatedModem::Poll() {
-  // a drop of DTR hangs up (where the line carries DTR at all)
-  if (const auto dtr = terminal_.PeerDtr()) {
-    if (dtr_.value_or(false) && !*dtr && state_ != State::Command) HangUp("NO CARRIER");
-    dtr_ = dtr;
-  }
   while (const auto c = terminal_.ReadByte()) {
     if (options_.pace && state_ != State::Online) lineFreeAtUs_ = std::max(lineFreeAtUs_, clock_.MicroTicks()) + kByteUs;
     switch (state_) {
@@ -82,6 +77,11 @@ void SimulatedModem::Poll() {
         TakeCommandByte(*c);
         break;
     }
+  }
+  // a drop of DTR hangs up (where the line carries DTR at all)
+  if (const auto dtr = terminal_.PeerDtr()) {
+    if (dtr_.value_or(false) && !*dtr && state_ != State::Command) HangUp("NO CARRIER");
+    dtr_ = dtr;
   }
   const uint32_t now = clock_.TickCount();
   if (state_ == State::Dialing && now - dialEndsAt_ < 0x80000000u) EndDial();
@@ -133,8 +133,10 @@ void SimulatedModem::ResetSettings() {
 }
 
 void SimulatedModem::Execute(const std::string& text) {
-  const std::size_t start = text.find_first_not_of(' ');
-  if (start == std::string::npos || text.size() - start < 2 || Upper(text.substr(start, 2)) != "AT") return;
+  // a command starts at "AT"; whatever came before it is not looked at
+  const std::string upper = Upper(text);
+  const std::size_t start = upper.find("AT");
+  if (start == std::string::npos) return;
   const std::string line = text.substr(start);
   commands_.push_back(line);
   const std::string cmd = Upper(line.substr(2));
