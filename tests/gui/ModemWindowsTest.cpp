@@ -32,9 +32,9 @@ sim::ModemOptions SlowDial() {
   return o;
 }
 
-class ModemWindows : public ::testing::Test, public test::LinkedUnit {
+class ModemWindows : public ::testing::Test, public r6183::test::LinkedUnit {
  protected:
-  ModemWindows() : test::LinkedUnit({}, SlowDial()) {}
+  ModemWindows() : r6183::test::LinkedUnit({}, SlowDial()) {}
   void SetUp() override {
     window = std::make_unique<frmMenu>(*t, *comm, lock, 0);
     ASSERT_TRUE(window->MDIForm_Load());
@@ -61,7 +61,7 @@ TEST_F(ModemWindows, ThePhoneListDialsTheUnitAndTheCallIsReleased) {
 
   // a new row through the edit window; it becomes the number to dial
   bool edited = false;
-  test::WhenModal<frmPhoneUpdate>([&](frmPhoneUpdate& w) {
+  r6183::test::WhenModal<frmPhoneUpdate>([&](frmPhoneUpdate& w) {
     edited = w.windowTitle() == "Edit Phone Number";
     EXPECT_EQ(w.findChild<QLabel*>("Label2")->text().toStdString(), "&Description: ");
     QTest::keyClicks(w.findChild<QLineEdit*>("txtDescription"), "Pump station 4");
@@ -88,7 +88,7 @@ TEST_F(ModemWindows, ThePhoneListDialsTheUnitAndTheCallIsReleased) {
     unitSim->Poll();
     modemSim->Poll();
     if (picture.empty() && modemSim->state() == sim::SimulatedModem::State::Dialing)
-      picture = SavePicture({list, &window->progress()}, "phone-list-dialling.png");
+      picture = test::SavePicture({list, &window->progress()}, "phone-list-dialling.png");
   });
   QPointer<frmPhoneList> alive(list);
   QTest::mouseClick(list->findChild<QPushButton*>("cmdDial"), Qt::LeftButton);
@@ -118,7 +118,7 @@ TEST_F(ModemWindows, ThePhoneListDialsTheUnitAndTheCallIsReleased) {
 }
 
 TEST_F(ModemWindows, ThePortWindowShowsEachPortsDeviceAndKeepsTheChoiceOnOk) {
-  test::WriteFile(t.dir.path() / "settings.ini", "[Ports]\r\nCom 4=/dev/ttyTEST4\r\n");
+  r6183::test::WriteFile(t.dir.path() / "settings.ini", "[Ports]\r\nCom 4=/dev/ttyTEST4\r\n");
   struct Case {
     int choose;
     bool ok;
@@ -128,7 +128,7 @@ TEST_F(ModemWindows, ThePortWindowShowsEachPortsDeviceAndKeepsTheChoiceOnOk) {
     t->state.ComPortNumber = 1;
     ASSERT_TRUE(comm->Init_Comm(0));
     std::string fourth;
-    test::WhenModal<frmComPort>([&](frmComPort& w) {
+    r6183::test::WhenModal<frmComPort>([&](frmComPort& w) {
       auto* box = w.findChild<QComboBox*>("cboPort");
       EXPECT_EQ(box->count(), 16);
       EXPECT_EQ(box->currentIndex(), 0);
