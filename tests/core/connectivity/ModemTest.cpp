@@ -278,5 +278,42 @@ TEST_F(Modem, ModemReleaseCommandShowsTheReleaseFace) {
   EXPECT_EQ(t->state.ModemReleasePending, 0);
 }
 
+// The probe asks for the date until the unit gives a valid one, and gives up only when a
+// send or a receive fails.
+TEST_F(Modem, CheckDateAsksUntilAValidDateOrAFailure) {
+  auto frame = [](const std::string& m) { return m + FrameChecksum(m) + "\r"; };
+  const std::string good = frame("T093015110601"), impossible = frame("T093015130601");
+  struct Case {
+    std::vector<std::string> answers;  // to each Q in turn; none: silence
+    bool found;
+    int asked;
+  };
+  const Case cases[] = {{{good}, true, 1}, {{impossible, impossible, good}, true, 3}, {{}, false, 5}};
+  comm->logFile.Open(t.dir.str("log_file.txt"));  // the port scan keeps its log open
+  for (const Case& c : cases) {
+    std::size_t next = 0;
+    int asked = 0;
+    std::string heard;
+    t->SetPump([&] {
+      while (auto b = far_->ReadByte()) {
+        heard += *b;
+        if (*b != '\r') continue;
+        if (heard.find("Q051") != std::string::npos) {
+          ++asked;
+          if (next < c.answers.size()) far_->Write(std::string(1, kAck) + c.answers[next++]);
+        }
+        heard.clear();
+      }
+    });
+    comm->Exit_Comm();
+    const uint32_t before = Tick();
+    EXPECT_EQ(CheckDate(*t, *comm), c.found);
+    EXPECT_EQ(asked, c.asked);
+    if (!c.found) {
+      EXPECT_GE(Tick() - before, 2500u) << "five tries of half a second";
+    }
+  }
+}
+
 }  // namespace
 }  // namespace r6183::test
