@@ -134,7 +134,8 @@ int main(int argc, char** argv) {
     transfers.SendUnknownLetters(unknownLetters);
     unit.SetClockOffset(std::chrono::seconds(clockOffset));
     while (!stopRequested && !unit.HungUp()) {
-      line.WaitForInput(std::chrono::milliseconds(20));
+      // bytes the modem has passed on and the unit has not read yet are not waited for
+      if (!hayes || hayes->UnitSide().InputWaiting() == 0) line.WaitForInput(std::chrono::milliseconds(20));
       if (hayes) hayes->Poll();
       unit.Poll();
       if (hayes) hayes->Poll();  // the unit's answer goes out at once
