@@ -5,14 +5,6 @@
 // Then the timeline of a frame of the Send: from the tool's write to the unit's ACK, and
 // from that ACK to the tool's next write, medians over the frames, beside the wire time.
 // Run: build/bench/bench_transfers
-#include <fcntl.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <SQLiteCpp/SQLiteCpp.h>
-
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -20,6 +12,7 @@
 #include <vector>
 
 #include "BenchSession.h"
+#include "BenchSim.h"
 #include "database/DocumentCommands.h"
 #include "protocol/ModComm.h"
 #include "protocol/PosixSerialLine.h"
@@ -28,70 +21,13 @@
 #include "protocol/SendTransfer.h"
 #include "shell/MainMenu.h"
 
-extern char** environ;
 namespace fs = std::filesystem;
 using namespace r6183;
 
 namespace {
-using clock = std::chrono::steady_clock;
-
-// One frame of the tool: when it was written, its size, when the answer came.
-struct FrameTimes {
-  clock::time_point written, answered;
-  std::size_t bytes = 0;
-};
-
-// The port, counting the bytes both ways and timing each frame the tool writes.
-class CountingLine final : public SerialLine {
- public:
-  explicit CountingLine(std::string device) : line_(std::move(device)) {}
-  void Open(const LineSettings& s, Handshake h) override { line_.Open(s, h); }
-  void Close() override { line_.Close(); }
-  bool IsOpen() const override { return line_.IsOpen(); }
-  void Write(std::string_view b) override {
-    written += b.size();
-    line_.Write(b);
-    if (b.size() > 1) frames.push_back({clock::now(), {}, b.size()});
-  }
-  int InputWaiting() override { return line_.InputWaiting(); }
-  std::optional<char> ReadByte() override {
-    auto c = line_.ReadByte();
-    if (c) ++read;
-    if (c && !frames.empty() && frames.back().answered == clock::time_point{}) frames.back().answered = clock::now();
-    return c;
-  }
-  bool WaitForInput(std::chrono::milliseconds t) override { return line_.WaitForInput(t); }
-  void DiscardInput() override { line_.DiscardInput(); }
-  void DiscardOutput() override { line_.DiscardOutput(); }
-  void SetDTR(bool on) override { line_.SetDTR(on); }
-  std::size_t written = 0, read = 0;
-  std::vector<FrameTimes> frames;
-
- private:
-  PosixSerialLine line_;
-};
-
-// r6183-sim --pace, its device path from its first line.
-struct Sim {
-  explicit Sim(const fs::path& dir) {
-    const std::string link = (dir / "unit").string();
-    const char* argv[] = {R6183_SIM_PATH, "--pace", "--revision", "2.31", "--link", link.c_str(), nullptr};
-    posix_spawn_file_actions_t fa;
-    posix_spawn_file_actions_init(&fa);
-    posix_spawn_file_actions_addopen(&fa, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&fa, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn(&pid, R6183_SIM_PATH, &fa, nullptr, const_cast<char**>(argv), environ);
-    posix_spawn_file_actions_destroy(&fa);
-    for (int i = 0; i < 500 && !fs::is_symlink(link); ++i) ::usleep(10000);
-    device = link;
-  }
-  ~Sim() {
-    ::kill(pid, SIGTERM);
-    ::waitpid(pid, nullptr, 0);
-  }
-  pid_t pid = -1;
-  std::string device;
-};
+using clock = bench::BenchClock;
+using bench::CountingLine;
+using bench::FrameTimes;
 
 void Report(const char* what, double seconds, std::size_t bytes) {
   const double wire = static_cast<double>(bytes) * 10.0 / 9600.0;
@@ -142,15 +78,8 @@ int main() {
   s.product.ProductModel = "R-6183";
   Initialize(s);
   const std::string site = (b.dir / "LARGEST.MDB").string();
-  fs::copy_file(b.dir / "DEFAULT", site);
-  SQLite::Database(site, SQLite::OPEN_READWRITE)
-      .exec("BEGIN; UPDATE Config SET System_Config = 3;"
-            "UPDATE Clid SET archnum = printf('%04d', 1000 + clid_station), clid_string = printf('Station %-7d', clid_station);"
-            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
-            " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
-            " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
-            "COMMIT");
-  Sim sim(b.dir);
+  bench::MakeLargest((b.dir / "DEFAULT").string(), site);
+  bench::Sim sim(b.dir);
   ProgressWindow quiet;
   CountingLine* line = nullptr;
   ModComm comm(s, [&](int16_t) {

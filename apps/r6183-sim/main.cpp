@@ -1,5 +1,6 @@
-// r6183-sim: a simulated control unit on a pseudo-terminal. Prints the device path
-// on the first line, then serves until SIGINT or SIGTERM.
+// r6183-sim: a simulated control unit on a pseudo-terminal, optionally behind a
+// simulated Hayes modem. Prints the device path on the first line, then serves until
+// SIGINT or SIGTERM.
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
@@ -10,6 +11,7 @@
 #include "shell/AppDir.h"
 #include "shell/Clock.h"
 #include "sim/PtyLine.h"
+#include "sim/SimulatedModem.h"
 #include "sim/SimulatedUnit.h"
 #include "sim/UnitMemory.h"
 #include "sim/UnitTransfers.h"
@@ -76,7 +78,23 @@ int main(int argc, char** argv) {
       ->capture_default_str();
   bool unknownLetters = false;
   app.add_flag("--unknown-letters", unknownLetters, "R also sends messages of letters the tool does not know");
+  bool modem = false;
+  sim::ModemOptions mo;
+  long dialDelay = mo.dialDelay.count(), guardTime = mo.guardTime.count();
+  app.add_flag("--modem", modem, "a Hayes modem in front of the unit: AT commands, dialling, the escape, hang-up");
+  app.add_option("--dial-delay", dialDelay, "milliseconds from a dial to its result")
+      ->check(CLI::NonNegativeNumber)->capture_default_str();
+  app.add_option("--guard-time", guardTime, "milliseconds of silence around the escape \"+++\"")
+      ->check(CLI::NonNegativeNumber)->capture_default_str();
+  app.add_option("--busy", mo.busy, "a number whose dial answers BUSY (repeatable)");
+  app.add_option("--no-answer", mo.noAnswer, "a number whose dial answers NO CARRIER (repeatable)");
+  app.add_flag("--no-dialtone", mo.noDialTone, "every dial answers NO DIAL TONE");
+  app.add_option("--connect-speed", mo.connectSpeed, "the speed CONNECT reports")
+      ->check(CLI::PositiveNumber)->capture_default_str();
   CLI11_PARSE(app, argc, argv);
+  mo.dialDelay = std::chrono::milliseconds(dialDelay);
+  mo.guardTime = std::chrono::milliseconds(guardTime);
+  mo.pace = o.pace;
 
   try {
     o.revisions.second = RevisionField(revision);
@@ -106,15 +124,21 @@ int main(int argc, char** argv) {
     std::cout << line.DevicePath() << std::endl;
 
     SystemClock clock;
-    sim::WireTap tap(line, wireIn, wireOut);
+    // with a modem, the unit's line is the one behind it
+    std::unique_ptr<sim::SimulatedModem> hayes;
+    if (modem) hayes = std::make_unique<sim::SimulatedModem>(line, clock, mo);
+    sim::WireTap tap(hayes ? hayes->UnitSide() : static_cast<SerialLine&>(line), wireIn, wireOut);
     sim::SimulatedUnit unit(tap, clock, o);
     unit.SetMemory(&memory);
     sim::UnitTransfers transfers(unit, memory, order);
     transfers.SendUnknownLetters(unknownLetters);
     unit.SetClockOffset(std::chrono::seconds(clockOffset));
     while (!stopRequested && !unit.HungUp()) {
-      line.WaitForInput(std::chrono::milliseconds(20));
+      // bytes the modem has passed on and the unit has not read yet are not waited for
+      if (!hayes || hayes->UnitSide().InputWaiting() == 0) line.WaitForInput(std::chrono::milliseconds(20));
+      if (hayes) hayes->Poll();
       unit.Poll();
+      if (hayes) hayes->Poll();  // the unit's answer goes out at once
     }
     if (unit.HungUp()) std::cerr << "r6183-sim: hung up\n";
 

@@ -13,6 +13,7 @@
 #include "database/DocumentDump.h"
 #include "database/Recordset.h"
 #include "database/TableSource.h"
+#include "connectivity/modModem.h"
 #include "protocol/DateTime.h"
 #include "protocol/ModComm.h"
 #include "protocol/PortMap.h"
@@ -221,7 +222,17 @@ struct PrintedProgress : ProgressWindow {
 
 }  // namespace
 
-int Receive(Session& session, const std::string& out, const std::string& port, bool force) {
+int ThroughCall(Session& session, ModComm& comm, ProgressWindow& progress, const std::string& dial,
+                const std::function<int()>& run) {
+  if (dial.empty()) return run();
+  modModem modem(session, comm, progress);
+  if (!DialNumber(modem, dial)) return 1;
+  int code = run();
+  if (!modem.ReleaseModem()) code = 1;
+  return code;
+}
+
+int Receive(Session& session, const std::string& out, const std::string& port, bool force, const std::string& dial) {
   if (fs::exists(out) && !force) {
     std::cerr << "r6183ctl: " << out << " exists (use --force to replace it)\n";
     return 1;
@@ -232,19 +243,47 @@ int Receive(Session& session, const std::string& out, const std::string& port, b
   session.state.WorkDbPath = dir / "~TEMP";  // a running desktop program keeps its own
   ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
   PrintedProgress progress;
-  mnuRx_Click(session, comm, progress);
+  const int code = ThroughCall(session, comm, progress, dial, [&] {
+    mnuRx_Click(session, comm, progress);
+    return session.state.CurrentFileName == "Untitled" ? 0 : 1;
+  });
   TellOpenFailure(comm, port);
   comm.Exit_Comm();
-  if (session.state.CurrentFileName != "Untitled") return 1;
+  if (code != 0 || session.state.CurrentFileName != "Untitled") return 1;
 
   return WriteWhole(session.state.WorkDbPath, out) ? 0 : 1;
+}
+
+int Dial(Session& session, const std::string& number, const std::string& port) {
+  const std::string device = DeviceOf(session, port);
+  if (device.empty()) return 2;
+  ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
+  PrintedProgress progress;
+  modModem modem(session, comm, progress);
+  const bool connected = DialNumber(modem, number);
+  TellOpenFailure(comm, port);
+  comm.Exit_Comm();  // the call outlives the port: closing it does not drop DTR
+  return connected ? 0 : 1;
+}
+
+int Release(Session& session, const std::string& port) {
+  const std::string device = DeviceOf(session, port);
+  if (device.empty()) return 2;
+  ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
+  PrintedProgress progress;
+  modModem modem(session, comm, progress);
+  const bool released = modem.ReleaseModem();
+  TellOpenFailure(comm, port);
+  comm.Exit_Comm();
+  if (released) std::cout << "released\n";
+  return released ? 0 : 1;
 }
 
 }  // namespace r6183::ctl
 
 namespace r6183::ctl {
 
-int Send(Session& session, const std::string& file, const std::string& port) {
+int Send(Session& session, const std::string& file, const std::string& port, const std::string& dial) {
   const std::string device = DeviceOf(session, port);
   if (device.empty()) return 2;
   PrivateDir dir;
@@ -256,18 +295,22 @@ int Send(Session& session, const std::string& file, const std::string& port) {
   }
   ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
   PrintedProgress progress;
-  mnuSend_Click(session, comm, progress);
+  const int code = ThroughCall(session, comm, progress, dial, [&] {
+    mnuSend_Click(session, comm, progress);
+    const auto* console = dynamic_cast<const ConsolePrompter*>(&session.prompter());
+    return console && console->Last() == "Send data completed successfully." ? 0 : 1;
+  });
   TellOpenFailure(comm, port);
   comm.Exit_Comm();
-  const auto* console = dynamic_cast<const ConsolePrompter*>(&session.prompter());
-  return console && console->Last() == "Send data completed successfully." ? 0 : 1;
+  return code;
 }
 
 }  // namespace r6183::ctl
 
 namespace r6183::ctl {
 
-int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst) {
+int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst,
+             const std::string& dial) {
   DateTimeBoxes wanted;
   if (!set.empty() && set != "now") {
     const auto boxes = BoxesOfText(set);
@@ -282,26 +325,31 @@ int DateTime(Session& session, const std::string& port, const std::string& set, 
   const std::string device = DeviceOf(session, port);
   if (device.empty()) return 2;
   ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
+  PrintedProgress progress;
   ProgressWindow quiet;
   int code = 1;
-  mnuDate_Click(session, comm, quiet, [&] {
-    const DateTimeBoxes b = BoxesOf(comm.msg_str);
-    const auto& st = session.state;
-    std::cout << "Date=" << b.month << '/' << b.day << '/' << b.year << '\n'
-              << "Time=" << b.hour << ':' << b.minute << ':' << b.second << '\n'
-              << "Daylight=" << (!st.DaylightSupported ? "not supported" : st.DaylightEnabled ? "on" : "off") << '\n';
-    code = 0;
-    if (set.empty() && dst.empty()) return;
-    // "Update": the daylight switch where the unit has one, then the date and time
-    DateTimeBoxes boxes = set.empty() ? b : wanted;
-    if (set == "now") {
-      const LocalDateTime n = session.clock().Now();
-      auto two = [](int v) { return (v < 10 ? "0" : "") + std::to_string(v); };
-      boxes = {two(n.month), two(n.day), two(n.year % 100), two(n.hour), two(n.minute), two(n.second)};
-    }
-    if (!st.DaylightSupported && !dst.empty()) std::cerr << "r6183ctl: the unit has no daylight-saving function\n";
-    code = UpdateDateTime(session, comm, boxes, dst.empty() ? st.DaylightEnabled != 0 : dst == "on") ? 0 : 1;
+  const int call = ThroughCall(session, comm, progress, dial, [&] {
+    mnuDate_Click(session, comm, quiet, [&] {
+      const DateTimeBoxes b = BoxesOf(comm.msg_str);
+      const auto& st = session.state;
+      std::cout << "Date=" << b.month << '/' << b.day << '/' << b.year << '\n'
+                << "Time=" << b.hour << ':' << b.minute << ':' << b.second << '\n'
+                << "Daylight=" << (!st.DaylightSupported ? "not supported" : st.DaylightEnabled ? "on" : "off") << '\n';
+      code = 0;
+      if (set.empty() && dst.empty()) return;
+      // "Update": the daylight switch where the unit has one, then the date and time
+      DateTimeBoxes boxes = set.empty() ? b : wanted;
+      if (set == "now") {
+        const LocalDateTime n = session.clock().Now();
+        auto two = [](int v) { return (v < 10 ? "0" : "") + std::to_string(v); };
+        boxes = {two(n.month), two(n.day), two(n.year % 100), two(n.hour), two(n.minute), two(n.second)};
+      }
+      if (!st.DaylightSupported && !dst.empty()) std::cerr << "r6183ctl: the unit has no daylight-saving function\n";
+      code = UpdateDateTime(session, comm, boxes, dst.empty() ? st.DaylightEnabled != 0 : dst == "on") ? 0 : 1;
+    });
+    return code;
   });
+  if (call != 0) code = 1;
   TellOpenFailure(comm, port);
   comm.Exit_Comm();
   return code;

@@ -1,5 +1,6 @@
 #pragma once
 // The commands of r6183ctl. Each returns the process exit code.
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +10,8 @@
 #include "options/OptionsScript.h"
 
 namespace r6183 {
+class ModComm;
+class ProgressWindow;
 class Session;
 }
 
@@ -29,15 +32,28 @@ int Ports(Session& session);
 // Asks the unit on PORT (1 to 16, or a device path) for its revisions and prints the
 // lines the About window lists; 0 when the unit answered.
 int Revs(Session& session, const std::string& port);
+// The commands on a port take `dial`: when it is not empty they run through a modem call
+// to that number, dialled as the phone list dials and released at the end; a call that
+// does not stand, or a release that fails, ends in 1.
+// With a number to dial, `run` goes through a modem call to it, released at the end; a
+// call that does not stand runs nothing, and a release that fails makes the exit code 1.
+int ThroughCall(Session& session, ModComm& comm, ProgressWindow& progress, const std::string& dial,
+                const std::function<int()>& run);
 // Runs the Receive command on PORT and saves the received document as OUT; 0 on
 // "Receive Data completed successfully.".
-int Receive(Session& session, const std::string& out, const std::string& port, bool force);
+int Receive(Session& session, const std::string& out, const std::string& port, bool force, const std::string& dial);
 // Opens FILE as a document and runs the Send command on PORT; 0 on "Send data completed
 // successfully.".
-int Send(Session& session, const std::string& file, const std::string& port);
+int Send(Session& session, const std::string& file, const std::string& port, const std::string& dial);
 // Reads the unit's date, time and daylight switch and prints them; with `set` ("mm/dd/yy
 // hh:mm:ss" or "now") and/or `dst` ("on"/"off") sends them as "Update" does.
-int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst);
+int DateTime(Session& session, const std::string& port, const std::string& set, const std::string& dst,
+             const std::string& dial);
+// Dials NUMBER through the modem on PORT as the phone list does; the call stands after the
+// program ends. 0 on "Modem connected successfully.".
+int Dial(Session& session, const std::string& number, const std::string& port);
+// Hangs up the modem on PORT as Modem Release does; 0 when released.
+int Release(Session& session, const std::string& port);
 
 // The 96 lines of the numbering window; 0, or 2 when FILE is no document.
 int Stations(Session& session, const std::string& file);
@@ -95,7 +111,7 @@ int Diff(Session& session, const std::string& a, const std::string& b);
 // Receives the unit's programming on PORT into a private document and compares FILE
 // with it; 0 when the unit holds FILE's programming, 1 with the differences, 2 when
 // nothing came.
-int Verify(Session& session, const std::string& file, const std::string& port);
+int Verify(Session& session, const std::string& file, const std::string& port, const std::string& dial);
 // The automatic backups of the transfers, newest first: date and time, kind, path.
 int Backups(Session& session);
 

@@ -149,7 +149,7 @@ int Diff(Session& session, const std::string& a, const std::string& b) {
   }
 }
 
-int Verify(Session& session, const std::string& file, const std::string& port) {
+int Verify(Session& session, const std::string& file, const std::string& port, const std::string& dial) {
   try {
     const auto expected = AnyProgramming(session, file);
     if (!expected) return 2;
@@ -159,10 +159,13 @@ int Verify(Session& session, const std::string& file, const std::string& port) {
     session.state.WorkDbPath = dir / "~TEMP";  // a running desktop program keeps its own
     ModComm comm(session, [&](int16_t) { return std::make_unique<PosixSerialLine>(device); });
     ProgressWindow quiet;
-    mnuRx_Click(session, comm, quiet);
+    const int call = ThroughCall(session, comm, quiet, dial, [&] {
+      mnuRx_Click(session, comm, quiet);
+      return 0;
+    });
     TellOpenFailure(comm, port);
     comm.Exit_Comm();
-    if (session.state.CurrentFileName != "Untitled") {
+    if (call != 0 || session.state.CurrentFileName != "Untitled") {
       std::cerr << "r6183ctl: nothing was received from the unit\n";
       return 2;
     }

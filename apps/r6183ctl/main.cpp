@@ -42,16 +42,25 @@ int main(int argc, char** argv) {
   frame->add_option("TEXT", text)->required();
   auto* ports = app.add_subcommand("ports", "list the port numbers 1 to 16 and their devices");
   std::string port;
+  std::string dialNumber;
+  const char* dialHelp = "run through a modem call to this number, released at the end";
+  auto* dialCmd = app.add_subcommand("dial", "dial NUMBER through the modem on PORT; the call stands until released");
+  dialCmd->add_option("NUMBER", dialNumber)->required();
+  dialCmd->add_option("--port", port, "port number 1 to 16, or a device path")->required();
+  auto* releaseCmd = app.add_subcommand("release", "hang up the modem call on PORT");
+  releaseCmd->add_option("--port", port, "port number 1 to 16, or a device path")->required();
   auto* revs = app.add_subcommand("revs", "ask the unit for the revisions of its processors and option cards");
   revs->add_option("--port", port, "port number 1 to 16, or a device path")->required();
   auto* receive = app.add_subcommand("receive", "receive the unit's programming on PORT and save it as OUT");
   receive->add_option("OUT", file)->required();
   receive->add_option("--port", port, "port number 1 to 16, or a device path")->required();
   receive->add_flag("--force", force, "replace OUT when it exists");
+  receive->add_option("--dial", dialNumber, dialHelp);
   auto* send = app.add_subcommand("send", "send the programming document FILE to the unit on PORT");
   send->add_option("FILE", file)->required();
   send->add_option("--port", port, "port number 1 to 16, or a device path")->required();
   send->add_flag("--yes", yes, "answer Yes to the warning about a unit older than 2.00");
+  send->add_option("--dial", dialNumber, dialHelp);
 
   std::string setTime, dst;
   bool setNow = false;
@@ -60,6 +69,7 @@ int main(int argc, char** argv) {
   auto* setOpt = datetime->add_option("--set", setTime, "send this date and time: \"mm/dd/yy hh:mm:ss\"");
   datetime->add_flag("--set-now", setNow, "send the PC's date and time")->excludes(setOpt);
   datetime->add_option("--dst", dst, "switch the daylight-saving adjustment on or off")->check(CLI::IsMember({"on", "off"}));
+  datetime->add_option("--dial", dialNumber, dialHelp);
 
   int stationNumber = 0;
   std::optional<std::string> archnum, clidText;
@@ -154,6 +164,7 @@ int main(int argc, char** argv) {
   auto* verifyCmd = app.add_subcommand("verify", "receive the unit's programming on PORT and compare FILE with it");
   verifyCmd->add_option("FILE", file)->required();
   verifyCmd->add_option("--port", port, "port number 1 to 16, or a device path")->required();
+  verifyCmd->add_option("--dial", dialNumber, dialHelp);
   auto* backupsCmd = app.add_subcommand("backups", "list the backups kept after each Receive and Send");
 
   CLI11_PARSE(app, argc, argv);
@@ -193,12 +204,14 @@ int main(int argc, char** argv) {
     if (*convert) return ctl::Convert(session, file);
     if (*ports) return ctl::Ports(session);
     if (*revs) return ctl::Revs(session, port);
-    if (*receive) return ctl::Receive(session, file, port, force);
-    if (*send) return ctl::Send(session, file, port);
+    if (*dialCmd) return ctl::Dial(session, dialNumber, port);
+    if (*releaseCmd) return ctl::Release(session, port);
+    if (*receive) return ctl::Receive(session, file, port, force, dialNumber);
+    if (*send) return ctl::Send(session, file, port, dialNumber);
     if (*stations) return ctl::Stations(session, file);
     if (*station) return ctl::Station(session, file, stationNumber, archnum, clidText, blankConflicts);
     if (*autonumber) return ctl::AutoNumber(session, file, stationNumber, lastArch);
-    if (*datetime) return ctl::DateTime(session, port, setNow ? "now" : setTime, dst);
+    if (*datetime) return ctl::DateTime(session, port, setNow ? "now" : setTime, dst, dialNumber);
     if (*events) return ctl::Events(session, file, schedule);
     if (*eventAdd) {
       EventRequest request{schedule, time, std::nullopt, std::nullopt, std::nullopt};
@@ -244,7 +257,7 @@ int main(int argc, char** argv) {
     if (*exportCmd) return ctl::Export(session, file, output);
     if (*importCmd) return ctl::Import(session, text, output, force);
     if (*diffCmd) return ctl::Diff(session, file, second);
-    if (*verifyCmd) return ctl::Verify(session, file, port);
+    if (*verifyCmd) return ctl::Verify(session, file, port, dialNumber);
     if (*backupsCmd) return ctl::Backups(session);
     if (*daysCmd) return ctl::Days(session, file, schedule, *setDays ? std::optional<std::string>(days) : std::nullopt);
   } catch (const std::exception& e) {

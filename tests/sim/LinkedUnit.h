@@ -2,6 +2,7 @@
 // Shared by the transfer tests: the tool and the simulated unit linked in-process.
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <optional>
 #include <sstream>
 
 #include "database/DocumentDump.h"
@@ -9,6 +10,7 @@
 #include "protocol/ModComm.h"
 #include "protocol/ProgressWindow.h"
 #include "shell/MainMenu.h"
+#include "sim/SimulatedModem.h"
 #include "sim/SimulatedUnit.h"
 #include "sim/UnitMemory.h"
 #include "sim/UnitTransfers.h"
@@ -31,10 +33,11 @@ inline std::string Dump(const std::string& path) {
 }
 
 // The tool's session and ModComm on one end of an in-memory line, the simulated unit with
-// a document in its memory on the other, both on the session's manual clock.
+// a document in its memory on the other, both on the session's manual clock; with modem
+// options, the unit sits behind a simulated modem.
 class LinkedUnit {
  public:
-  explicit LinkedUnit(sim::UnitOptions options = {}) {
+  explicit LinkedUnit(sim::UnitOptions options = {}, std::optional<sim::ModemOptions> modemOptions = {}) {
     auto [tool, unit] = MemoryLine::Pair(t.clock);
     tool_ = std::move(tool);
     unitLine = std::move(unit);
@@ -47,9 +50,14 @@ class LinkedUnit {
               "'Lost Station   ' WHERE clid_station = 90; INSERT INTO Event (Schedule, StartTime, Duration, Tone, "
               "PageGroup12) VALUES (2, '08:15', 20, 3, 1)");
     memory.Load(document);
-    unitSim = std::make_unique<sim::SimulatedUnit>(*unitLine, t.clock, options);
+    if (modemOptions) modemSim = std::make_unique<sim::SimulatedModem>(*unitLine, t.clock, *modemOptions);
+    unitSim = std::make_unique<sim::SimulatedUnit>(modemSim ? modemSim->UnitSide() : *unitLine, t.clock, options);
     transfers = std::make_unique<sim::UnitTransfers>(*unitSim, memory);
-    t->SetPump([this] { unitSim->Poll(); });
+    t->SetPump([this] {
+      if (modemSim) modemSim->Poll();
+      unitSim->Poll();
+      if (modemSim) modemSim->Poll();
+    });
     t->product.ProductTitle = "Title";
     Initialize(*t);
     comm = std::make_unique<ModComm>(*t, [this](int16_t) { return std::make_unique<BorrowedLine>(*tool_); });
@@ -59,6 +67,7 @@ class LinkedUnit {
   std::unique_ptr<MemoryLine> tool_, unitLine;
   std::string document;
   sim::UnitMemory memory;
+  std::unique_ptr<sim::SimulatedModem> modemSim;
   std::unique_ptr<sim::SimulatedUnit> unitSim;
   std::unique_ptr<sim::UnitTransfers> transfers;
   std::unique_ptr<ModComm> comm;

@@ -20,6 +20,7 @@ class BorrowedLine final : public SerialLine {
   void SetDTR(bool on) override { l_.SetDTR(on); }
   std::vector<LineEvent> TakeLineEvents() override { return l_.TakeLineEvents(); }
   bool Vanished() const override { return l_.Vanished(); }
+  std::optional<bool> PeerDtr() const override { return l_.PeerDtr(); }
 
  private:
   SerialLine& l_;

@@ -68,16 +68,27 @@ void ModComm::Trace(const std::string& text, const char* procedure) {
 
 bool ModComm::Init_Comm(int16_t handshaking) {
   if (PortOpen()) return true;
+  if (s_.state.ComPortNumber < 1) s_.state.ComPortNumber = 1;
+  return Open(s_.state.ComPortNumber, handshaking);
+}
+
+bool ModComm::OpenPort(int16_t port, int16_t handshaking) {
+  Exit_Comm();
+  return Open(std::max<int16_t>(port, 1), handshaking);
+}
+
+bool ModComm::Open(int16_t port, int16_t handshaking) {
   try {
     const LineSettings settings = LineSettings::Parse(kLineSettings);
-    if (s_.state.ComPortNumber < 1) s_.state.ComPortNumber = 1;
-    if (!line_) line_ = factory_(s_.state.ComPortNumber);
-    if (!line_) throw RuntimeError(err::BadFileNameOrNumber, "no device for port " + std::to_string(s_.state.ComPortNumber));
+    if (!line_) line_ = factory_(port);
+    if (!line_) throw RuntimeError(err::BadFileNameOrNumber, "no device for port " + std::to_string(port));
     line_->Open(settings, static_cast<Handshake>(handshaking));
     line_->DiscardInput();
     // a modem wants DTR; a pseudo-terminal has no such line, and that is no failure
     quietly([&] { line_->SetDTR(true); });
     openFailure_.clear();
+    commPort_ = port;
+    handshaking_ = handshaking;
     return true;
   } catch (...) {
     openFailure_ = DescribeCurrentException().description;
@@ -112,8 +123,18 @@ std::string ModComm::Compute_Checksum(const std::string& message) {
   return {};
 }
 
+SerialLine& ModComm::OpenLine() {
+  if (!line_ || !line_->IsOpen()) throw RuntimeError(err::PortNotOpen);
+  return *line_;
+}
+
 void ModComm::MyPutStr(const std::string& text) {
   Journal& j = s_.journal();
+  if (!PortOpen()) {
+    // nothing to write to: one line in the journal rather than two failures
+    s_.journal().Log(err::PortNotOpen, "", In("MyPutStr"));
+    return;
+  }
   step(j, In("MyPutStr"), [&] { line_->DiscardInput(); });
   step(j, In("MyPutStr"), [&] { line_->Write(text); });
   Trace("Transmitting = " + text, "MyPutStr");
@@ -132,14 +153,15 @@ std::string ModComm::MyGet1Char() {
     for (;;) {
       s_.pump();
       OnComm();
-      if (line_->InputWaiting() != 0) {
-        const auto c = line_->ReadByte();
+      SerialLine& line = OpenLine();
+      if (line.InputWaiting() != 0) {
+        const auto c = line.ReadByte();
         return c ? std::string(1, *c) : std::string();
       }
       t.StopTimer();
       const uint32_t elapsed = t.Elapsed();
       if (elapsed >= kCharWaitMs) return {};
-      line_->WaitForInput(std::chrono::milliseconds(std::min<uint32_t>(kCharWaitMs - elapsed, 10)));
+      line.WaitForInput(std::chrono::milliseconds(std::min<uint32_t>(kCharWaitMs - elapsed, 10)));
     }
   } catch (...) {
     s_.journal().Log(DescribeCurrentException(), In("MyGet1Char"));
@@ -174,6 +196,7 @@ bool ModComm::Send_Msg(std::string& message) {
 
     int nacks = 0, others = 0;
     bool acknowledged = false;
+    OpenLine();
     line_->DiscardInput();
     line_->DiscardOutput();
     while (!acknowledged && nacks + others < 5) {

@@ -61,12 +61,19 @@ class ModComm {
   // Opens the port if it is closed. A failure is reported to nobody: the caller decides
   // what to say, and may use OpenFailure() for the reason.
   bool Init_Comm(int16_t handshaking);
+  // Closes the port and opens `port` (raised to 1 when below) with the handshake, whatever
+  // was open before: the port of a remote modem's setup. False as Init_Comm.
+  bool OpenPort(int16_t port, int16_t handshaking);
   // Why the last Init_Comm could not open the port (a busy port, a missing device, the
   // group that grants access); empty once a port is open.
   const std::string& OpenFailure() const { return openFailure_; }
   void Exit_Comm();
   bool PortOpen() const { return line_ && line_->IsOpen(); }
   SerialLine* Line() { return line_.get(); }
+  // What the open port was opened with: its number, "9600,n,8,1", the handshake.
+  int16_t CommPort() const { return commPort_; }
+  static constexpr const char* Settings() { return "9600,n,8,1"; }
+  int16_t Handshaking() const { return handshaking_; }
 
   std::string Compute_Checksum(const std::string& message);
   void MyPutStr(const std::string& text);
@@ -84,10 +91,15 @@ class ModComm {
 
  private:
   void Trace(const std::string& text, const char* procedure);
+  bool Open(int16_t port, int16_t handshaking);
+  // The open line; raises PortNotOpen when the port is closed.
+  SerialLine& OpenLine();
   Session& s_;
   LineFactory factory_;
   std::unique_ptr<SerialLine> line_;
   std::string openFailure_;
+  int16_t commPort_ = 0;
+  int16_t handshaking_ = 0;
 };
 
 }  // namespace r6183

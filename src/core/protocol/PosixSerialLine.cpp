@@ -112,7 +112,9 @@ void ConfigureTermios(termios& tio, const LineSettings& settings, Handshake hand
     throw RuntimeError(err::InvalidProcedureCall, "unsupported stop bits " + std::to_string(settings.stopBits));
 
   ::cfmakeraw(&tio);
-  tio.c_cflag &= ~(CSIZE | PARENB | PARODD | CSTOPB | CRTSCTS);
+  // HUPCL off: closing the port never drops DTR, so a modem call outlives the program
+  // that dialled it until it is released (r6183ctl dial, then send, then release)
+  tio.c_cflag &= ~(CSIZE | PARENB | PARODD | CSTOPB | CRTSCTS | HUPCL);
   tio.c_cflag |= dataBits | parity | CLOCAL | CREAD;
   if (settings.stopBits == 2) tio.c_cflag |= CSTOPB;
   tio.c_iflag &= ~(IXON | IXOFF | IXANY | INPCK);

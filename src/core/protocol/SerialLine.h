@@ -59,6 +59,10 @@ class SerialLine {
   // True once the device has gone away (a USB adapter unplugged, the far end of a
   // pseudo-terminal closed).
   virtual bool Vanished() const { return false; }
+  // The DTR line as the far end drives it, seen from this end (a modem watches its
+  // terminal's DTR); nothing where the line does not carry it (a device, a
+  // pseudo-terminal).
+  virtual std::optional<bool> PeerDtr() const { return std::nullopt; }
 };
 
 // Two ends of an in-memory line for fast tests: what one end writes, the other
@@ -79,6 +83,9 @@ class MemoryLine final : public SerialLine {
   void DiscardOutput() override {}
   void SetDTR(bool on) override { dtr_ = on; }
   bool Dtr() const { return dtr_; }
+  std::optional<bool> PeerDtr() const override {
+    return peer_ ? std::optional<bool>(peer_->dtr_) : std::nullopt;
+  }
 
   // What this end has written, for tests that look at the raw bytes.
   const std::string& Written() const { return written_; }

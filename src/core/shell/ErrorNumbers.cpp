@@ -51,6 +51,9 @@ constexpr std::array kErrorTexts{
     ErrorText{err::NotADatabase, "Unrecognized database format."},
     ErrorText{err::DataTypeConversion, "Data type conversion error."},
     ErrorText{err::DatabaseEngineError, "The database engine reported an error."},
+    ErrorText{err::PortNotOpen, "Operation valid only when the port is open"},
+    ErrorText{err::InvalidRowValue, "Invalid Row value"},
+    ErrorText{err::InvalidColValue, "Invalid Col value"},
 };
 
 int16_t NumberForSqliteCode(int code) {

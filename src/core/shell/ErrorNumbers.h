@@ -43,6 +43,9 @@ inline constexpr int16_t SyntaxError = 3075;
 inline constexpr int16_t NotADatabase = 3343;
 inline constexpr int16_t DataTypeConversion = 3421;
 inline constexpr int16_t DatabaseEngineError = 3709;
+inline constexpr int16_t PortNotOpen = 8018;  // a serial port operation on a closed port
+inline constexpr int16_t InvalidRowValue = 30009;  // a grid's row outside it
+inline constexpr int16_t InvalidColValue = 30010;
 inline constexpr int16_t ApplicationDefined = 32000;
 }  // namespace err
 

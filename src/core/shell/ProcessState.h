@@ -35,6 +35,11 @@ struct ProcessState {
   // a required file went missing: the program must end
   int16_t EndProcess = 0;
 
+  // the port choice: Cancel (or no valid choice) in the port window; the port of a
+  // remote modem's setup
+  int16_t ComPortCancelled = 0;
+  int16_t RemoteComPort = 0;
+
   // settings.ini
   int16_t ComPortNumber = 1;
   int16_t DebugLevel = 0;

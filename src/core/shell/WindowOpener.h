@@ -5,6 +5,8 @@
 
 namespace r6183 {
 
+struct PhoneListSetup;
+
 class WindowOpener {
  public:
   virtual ~WindowOpener() = default;
@@ -12,6 +14,8 @@ class WindowOpener {
   virtual void ShowModal(const std::string& name) { (void)name; }
   // Shows the window without waiting and brings it to the front.
   virtual void Show(const std::string& name) { (void)name; }
+  // A new list window (frmPhoneList) in the role of `setup`, shown without waiting.
+  virtual void ShowPhoneList(const PhoneListSetup& setup) { (void)setup; }
   // The hourglass pointer over the main window while a command runs.
   virtual void SetHourglass(bool on) { (void)on; }
   // The main window takes no input while a transfer runs.

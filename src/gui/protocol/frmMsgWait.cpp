@@ -81,11 +81,20 @@ void frmMsgWait::WhatToDisplay(const std::string& first, const std::string& seco
 void frmMsgWait::SetModemComm() {
   lbmsg3_->show();
   for (QWidget* w : std::initializer_list<QWidget*>{lbmsg_, lbmsg2_, ssPanel1_, lbl4_}) w->hide();
+  Fit();
 }
 
 void frmMsgWait::SetModemRelease() {
   lbl4_->show();
   for (QWidget* w : std::initializer_list<QWidget*>{lbmsg_, lbmsg2_, ssPanel1_, lbmsg3_}) w->hide();
+  Fit();
+}
+
+void frmMsgWait::Fit() {
+  // a face changed while the window is up: no empty space where the other face was
+  if (!isVisible()) return;
+  adjustSize();
+  CentreWindow(*this);
 }
 
 void frmMsgWait::SetPlainText(const std::string& text) {

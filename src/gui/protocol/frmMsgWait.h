@@ -35,6 +35,7 @@ class frmMsgWait : public QDialog, public ProgressWindow {
  private:
   static constexpr const char* kDesignCaption = "R-6183 Programming Tool";
   void Repaint();
+  void Fit();
   // The caption, texts and face of a freshly loaded window.
   void AsDesigned();
 

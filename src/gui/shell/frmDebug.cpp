@@ -7,6 +7,7 @@
 #include <QShowEvent>
 #include <QVBoxLayout>
 
+#include "connectivity/FlexGrid.h"
 #include "gui/shell/Centre.h"
 #include "gui/shell/Twips.h"
 #include "shell/JournalListing.h"
@@ -72,15 +73,14 @@ void frmDebug::LoadGrid() {
   grid1_->setColumnWidth(0, ToPixels(600));
   grid1_->setColumnWidth(1, ToPixels(2300));
   grid1_->setColumnWidth(2, ToPixels(1800));
-  const std::vector<JournalLine> lines = ReadJournalLines(session_);
-  grid1_->setRowCount(static_cast<int>(lines.size()));
-  int row = 0;
-  for (const JournalLine& line : lines) {
-    int col = 0;
-    for (const std::string* cell : {&line.number, &line.description, &line.dateTime, &line.function, &line.module})
-      grid1_->setItem(row, col++, new QTableWidgetItem(QString::fromStdString(*cell)));
-    ++row;
-  }
+  // a line per row of the journal, added as the grid routines add them
+  FlexGrid grid(5);
+  for (const JournalLine& line : ReadJournalLines(session_))
+    AddItemToFlexQ(session_, grid, line.number, line.description, line.dateTime, line.function, line.module);
+  grid1_->setRowCount(grid.Rows() - 1);
+  for (int row = 1; row < grid.Rows(); ++row)
+    for (int col = 0; col < grid.Cols(); ++col)
+      grid1_->setItem(row - 1, col, new QTableWidgetItem(QString::fromStdString(grid.TextMatrix(row, col))));
 }
 
 void frmDebug::cmdOk_Click() {

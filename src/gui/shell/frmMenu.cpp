@@ -9,10 +9,15 @@
 #include <QMdiArea>
 #include <QMenuBar>
 
+#include "connectivity/Connection.h"
+#include "connectivity/PhoneList.h"
+#include "connectivity/modModem.h"
 #include "database/DocumentCommands.h"
 #include "editors/ClidModel.h"
 #include "editors/ConfigModel.h"
 #include "editors/ScheduleModel.h"
+#include "gui/connectivity/frmComPort.h"
+#include "gui/connectivity/frmPhoneList.h"
 #include "gui/editors/GroupBoxes.h"
 #include "gui/editors/frmBgm.h"
 #include "gui/editors/frmClassService.h"
@@ -33,6 +38,7 @@
 #include "gui/shell/frmIntro.h"
 #include "gui/shell/frmSwitchBoard.h"
 #include "protocol/ModComm.h"
+#include "protocol/PortMap.h"
 #include "protocol/ReceiveTransfer.h"
 #include "options/ClockModel.h"
 #include "options/DipModel.h"
@@ -77,6 +83,9 @@ frmMenu::frmMenu(Session& session, ModComm& comm, InstanceLock& instance, int sp
   setCentralWidget(mdi_);
   resize(ToPixels(kDesignWidth), ToPixels(kDesignHeight));
   progress_ = new frmMsgWait(session_, this);
+  modem_ = std::make_unique<modModem>(session_, comm_, *progress_);
+  shutdownModem_.release = [this] { return modem_->ReleaseModem(); };
+  shutdownModem_.releaseCommand = [this] { mnuModemRelease_Click(*modem_); };
   switchBoard_ = new frmSwitchBoard(session_, this, [this](const std::string& e) { QuickMenu(e); });
   BuildMenus();
   BindHandlers();
@@ -200,9 +209,12 @@ void frmMenu::BindHandlers() {
   h["mnuConfig"] = [&s] { mnuConfig_Click(s); };
   h["mnuSysOpt"] = [&s] { mnuSysOpt_Click(s); };
   h["mnuClocks"] = [&s] { mnuClocks_Click(s); };
-  for (const char* name : {"mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect", "mnuManualConnect",
-                           "mnuModemRelease"})
-    h[name] = [this, n = std::string(name)] { NotYetBuilt(n, false); };
+  h["mnuComPort"] = [&s] { mnuComPort_Click(s); };
+  h["mnuRemoteModem"] = [&s] { mnuRemoteModem_Click(s); };
+  h["mnuModemConnect"] = [&s] { mnuModemConnect_Click(s); };
+  h["mnuManualConnect"] = [this] { mnuManualConnect_Click(*modem_); };
+  h["mnuModemRelease"] = [this] { mnuModemRelease_Click(*modem_); };
+  h["mnuPrint"] = [this] { NotYetBuilt("mnuPrint", false); };
 }
 
 void frmMenu::NotYetBuilt(const std::string& item, bool guarded) {
@@ -291,11 +303,17 @@ void frmMenu::ShowModal(const std::string& name) {
     config.exec();
   }
   if (name == "frmDip") frmDip(session_, this).exec();
+  if (name == "frmComPort")
+    frmComPort(session_, comm_, MapPorts(session_.journal(), session_.state.SettingsPath, DiscoverPorts()), this)
+        .exec();
+  if (name == "frmManConnect") frmManConnect(session_, *modem_, this).exec();
   if (name == "frmClock") frmClock(session_, this).exec();
 }
 
 void frmMenu::Show(const std::string& name) {
   if (name == "frmSwitchBoard") switchBoard_->Form_Load();
+  // the remote modem's setup is still to come
+  if (name == "frmRemote") NotYetBuilt("mnuRemoteModem", false);
   if (name == "frmClid") {
     if (!clid_) clid_ = new frmClid(session_, mdi_);
     clid_->Open(*mdi_);
@@ -312,6 +330,16 @@ void frmMenu::Show(const std::string& name) {
     if (!w) w = new frmSched(session_, mdi_);
     w->Open(*mdi_);
   }
+}
+
+void frmMenu::ShowPhoneList(const PhoneListSetup& setup) {
+  // a new list window for each command, gone when it closes
+  auto* list = new frmPhoneList(session_, *modem_, setup, this);
+  list->setAttribute(Qt::WA_DeleteOnClose);
+  list->show();
+  CentreWindow(*list, this);
+  list->raise();
+  list->activateWindow();
 }
 
 void frmMenu::EnableMain(bool on) {
@@ -331,11 +359,11 @@ void frmMenu::closeEvent(QCloseEvent* e) {
     e->accept();
     return;
   }
-  if (MDIForm_QueryUnload(session_, *this, comm_, modem_)) {
+  if (MDIForm_QueryUnload(session_, *this, comm_, shutdownModem_)) {
     e->ignore();
     return;
   }
-  MDIForm_Unload(session_, comm_, modem_);
+  MDIForm_Unload(session_, comm_, shutdownModem_);
   unloaded_ = true;
   switchBoard_->hide();
   e->accept();

@@ -20,6 +20,7 @@ class QMenu;
 namespace r6183 {
 class InstanceLock;
 class ModComm;
+class modModem;
 }  // namespace r6183
 
 namespace r6183::gui {
@@ -67,9 +68,13 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   void SetHourglass(bool on) override;
   void ShowSplash() override;
 
+  // The modem on the port of the link.
+  modModem& modem() const { return *modem_; }
+
   // WindowOpener
   void ShowModal(const std::string& name) override;
   void Show(const std::string& name) override;
+  void ShowPhoneList(const PhoneListSetup& setup) override;
   void EnableMain(bool on) override;
   void ShowLogNotice(const std::string& text, const std::string& logFile) override;
 
@@ -95,13 +100,14 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   FormLink form_;
   QMdiArea* mdi_;
   frmMsgWait* progress_;
+  std::unique_ptr<modModem> modem_;
   frmSwitchBoard* switchBoard_;
   std::array<frmSched*, 6> schedules_{};
   frmClid* clid_ = nullptr;
   std::map<std::string, QAction*> actions_;
   std::map<std::string, QMenu*> menus_;
   std::map<std::string, std::function<void()>> handlers_;
-  ModemRelease modem_;
+  ModemRelease shutdownModem_;  // the release at the end of the program
   int hourglass_ = 0;
   int splashes_ = 0;
   bool unloaded_ = false;

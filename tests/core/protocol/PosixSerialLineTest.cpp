@@ -188,6 +188,7 @@ TEST(ConfigureTermios, SetsSpeedFramingAndFlowControl) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.settings);
     termios tio{};
+    tio.c_cflag = HUPCL;  // as a serial device comes
     ConfigureTermios(tio, LineSettings::Parse(c.settings), c.handshake);
     EXPECT_EQ(cfgetospeed(&tio), B9600);
     EXPECT_EQ(cfgetispeed(&tio), B9600);
@@ -197,6 +198,7 @@ TEST(ConfigureTermios, SetsSpeedFramingAndFlowControl) {
     EXPECT_EQ((tio.c_cflag & CRTSCTS) != 0, c.rtsCts);
     EXPECT_EQ((tio.c_iflag & IXON) != 0, c.xonXoff);
     EXPECT_TRUE(tio.c_cflag & CLOCAL);
+    EXPECT_FALSE(tio.c_cflag & HUPCL);  // closing the port leaves a modem call standing
     EXPECT_FALSE(tio.c_lflag & ICANON);  // raw: bytes as they come
   }
 }
