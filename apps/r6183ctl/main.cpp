@@ -2,6 +2,9 @@
 // service technicians and tests.
 #include <CLI/CLI.hpp>
 
+#include <QGuiApplication>
+#include <QLoggingCategory>
+
 #include <iostream>
 #include <sstream>
 
@@ -140,7 +143,23 @@ int main(int argc, char** argv) {
   serviceGroupOpt->needs(levelOpt);
   levelOpt->needs(serviceGroupOpt);
 
+  std::string pdf, only, paper;
+  auto* report = app.add_subcommand("report", "render the reports of FILE into one PDF with the print window's heading");
+  report->add_option("FILE", file)->required();
+  report->add_option("--pdf", pdf, "the PDF file to write")->required();
+  report->add_option("--only", only, "the reports by file name, as Bgm,Clid (default: the six the print window shows)");
+  report->add_option("--paper", paper, "a4 or letter (default: the locale's)")->check(CLI::IsMember({"a4", "letter"}));
+
   CLI11_PARSE(app, argc, argv);
+
+  // Report pages are painted with QtGui, which needs its application object; no window
+  // is ever shown, so the offscreen platform serves wherever the command runs.
+  std::unique_ptr<QGuiApplication> painting;
+  if (*report) {
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    QLoggingCategory::setFilterRules("default.warning=false");  // Qt's remarks on the environment
+    painting = std::make_unique<QGuiApplication>(argc, argv);
+  }
 
   if (*frame) {
     // TEXT as a person types it (UTF-8); the checksum counts the bytes of the line
@@ -225,6 +244,7 @@ int main(int argc, char** argv) {
     if (*audioCmd) return ctl::Audio(session, file, std::nullopt);
     if (*serviceCmd)
       return ctl::Service(session, file, *serviceGroupOpt ? std::optional(std::pair{serviceGroup, level}) : std::nullopt);
+    if (*report) return ctl::Report(session, file, pdf, only, paper);
     if (*daysCmd) return ctl::Days(session, file, schedule, *setDays ? std::optional<std::string>(days) : std::nullopt);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';

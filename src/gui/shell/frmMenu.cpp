@@ -25,6 +25,7 @@
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
 #include "gui/protocol/frmMsgWait.h"
+#include "gui/reports/frmPrint.h"
 #include "gui/shell/Centre.h"
 #include "gui/shell/frmDebug.h"
 #include "gui/shell/frmHelp.h"
@@ -37,6 +38,7 @@
 #include "options/ClockModel.h"
 #include "options/DipModel.h"
 #include "protocol/SendTransfer.h"
+#include "reports/PrintModel.h"
 #include "shell/MainMenu.h"
 #include "shell/Session.h"
 
@@ -200,7 +202,8 @@ void frmMenu::BindHandlers() {
   h["mnuConfig"] = [&s] { mnuConfig_Click(s); };
   h["mnuSysOpt"] = [&s] { mnuSysOpt_Click(s); };
   h["mnuClocks"] = [&s] { mnuClocks_Click(s); };
-  for (const char* name : {"mnuPrint", "mnuComPort", "mnuRemoteModem", "mnuModemConnect", "mnuManualConnect",
+  h["mnuPrint"] = [&s] { mnuPrint_Click(s); };
+  for (const char* name : {"mnuComPort", "mnuRemoteModem", "mnuModemConnect", "mnuManualConnect",
                            "mnuModemRelease"})
     h[name] = [this, n = std::string(name)] { NotYetBuilt(n, false); };
 }
@@ -292,6 +295,7 @@ void frmMenu::ShowModal(const std::string& name) {
   }
   if (name == "frmDip") frmDip(session_, this).exec();
   if (name == "frmClock") frmClock(session_, this).exec();
+  if (name == "frmPrint") frmPrint(session_, this).exec();
 }
 
 void frmMenu::Show(const std::string& name) {
