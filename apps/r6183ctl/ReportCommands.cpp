@@ -76,7 +76,9 @@ int Report(Session& session, const std::string& file, const std::string& pdf, co
     std::cerr << "r6183ctl: " << pdf << " could not be written: " << e.what() << '\n';
     return 1;
   }
-  std::cout << pdf << ": " << model.Ticked().size() << " reports, " << pages->size() << " pages\n";
+  const std::size_t reports = model.Ticked().size();
+  std::cout << pdf << ": " << reports << (reports == 1 ? " report, " : " reports, ") << pages->size()
+            << (pages->size() == 1 ? " page\n" : " pages\n");
   return 0;
 }
 
