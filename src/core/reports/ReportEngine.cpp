@@ -23,6 +23,7 @@ constexpr double kTextSize = 10, kTextHeight = 15;
 constexpr double kFooterSize = 8, kFooterHeight = 16;
 constexpr double kCellInset = 3;
 constexpr double kBlockGap = 12;
+constexpr double kOuterRule = 0.75, kInnerRule = 0.4;
 
 double Number(const std::string& s, bool& ok) {
   const std::string t = Trim(s);
@@ -201,13 +202,13 @@ class Composer {
       for (std::size_t i = 0; i < cols.size(); ++i) {
         const std::string& span = cols[i].column->span;
         if (spanRow && i > 0 && !span.empty() && cols[i - 1].column->span == span) continue;
-        Line(cols[i].x, top, cols[i].x, top + h, 0.25);
+        Line(cols[i].x, top, cols[i].x, top + h, i == 0 ? kOuterRule : kInnerRule);
       }
-      Line(tableRight, top, tableRight, top + h, 0.25);
+      Line(tableRight, top, tableRight, top + h, kOuterRule);
     };
     auto header = [&](bool continued) {
       Caption(b.caption, continued);
-      Line(left_, y_, tableRight, y_, 0.75);
+      Line(left_, y_, tableRight, y_, kOuterRule);
       Page().shades.push_back({{left_, y_, tableRight - left_, headerHeight}, 0.85});
       for (std::size_t i = 0; i < cols.size(); ++i) {
         const Placed& p = cols[i];
@@ -216,7 +217,7 @@ class Composer {
           double w = 0;
           for (std::size_t j = i; j < cols.size() && cols[j].column->span == span; ++j) w += cols[j].w;
           Text(p.x, y_, w, kHeaderLine, span, kHeaderSize, true, Align::Center);
-          Line(p.x, y_ + kHeaderLine, p.x + w, y_ + kHeaderLine, 0.25);
+          Line(p.x, y_ + kHeaderLine, p.x + w, y_ + kHeaderLine, kInnerRule);
         }
         const double top = spans && !span.empty() ? y_ + kHeaderLine : y_;
         const double h = spans && span.empty() ? headerHeight : kHeaderLine;
@@ -229,17 +230,18 @@ class Composer {
         borders(y_, headerHeight, false);
       }
       y_ += headerHeight;
-      Line(left_, y_, tableRight, y_, 0.75);
+      Line(left_, y_, tableRight, y_, kOuterRule);
     };
-    auto closeSegment = [&] { Line(left_, y_, tableRight, y_, 0.75); };
+    auto closeSegment = [&] { Line(left_, y_, tableRight, y_, kOuterRule); };
     auto groupHeader = [&](const std::string& text, bool continued) {
       Page().shades.push_back({{left_, y_, tableRight - left_, kGroupHeight}, 0.93});
       Text(left_ + kCellInset, y_, tableRight - left_ - 2 * kCellInset, kGroupHeight,
            text + (continued ? " (continued)" : ""), kGroupSize, true, Align::Left);
-      Line(left_, y_, left_, y_ + kGroupHeight, 0.25);
-      Line(tableRight, y_, tableRight, y_ + kGroupHeight, 0.25);
+      Line(left_, y_, tableRight, y_, kInnerRule);
+      Line(left_, y_, left_, y_ + kGroupHeight, kOuterRule);
+      Line(tableRight, y_, tableRight, y_ + kGroupHeight, kOuterRule);
       y_ += kGroupHeight;
-      Line(left_, y_, tableRight, y_, 0.25);
+      Line(left_, y_, tableRight, y_, kInnerRule);
     };
 
     const double captionHeight = b.caption.empty() ? 0 : kCaptionHeight;

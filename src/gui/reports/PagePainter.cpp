@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QPdfWriter>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace r6183::gui {
@@ -44,7 +45,8 @@ void PaintPage(QPainter& p, const ReportPage& page, double dpi) {
   p.setRenderHint(QPainter::TextAntialiasing, true);
   for (const Shade& s : page.shades) p.fillRect(rect(s.box), QColor::fromRgbF(s.grey, s.grey, s.grey));
   for (const Rule& r : page.rules) {
-    p.setPen(QPen(Qt::black, r.width * k, Qt::SolidLine, Qt::FlatCap));
+    // never thinner than a dot: a hairline comes and goes on a screen
+    p.setPen(QPen(Qt::black, std::max(1.0, r.width * k), Qt::SolidLine, Qt::FlatCap));
     p.drawLine(QLineF(r.x1 * k, r.y1 * k, r.x2 * k, r.y2 * k));
   }
   p.setPen(Qt::black);
