@@ -158,7 +158,10 @@ int main(int argc, char** argv) {
   if (*report) {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
     QLoggingCategory::setFilterRules("default.warning=false");  // Qt's remarks on the environment
-    painting = std::make_unique<QGuiApplication>(argc, argv);
+    // the program's name alone: Qt would take a document named like one of its options
+    static int qtArgc = 1;
+    static char* qtArgv[] = {argv[0], nullptr};
+    painting = std::make_unique<QGuiApplication>(qtArgc, qtArgv);
   }
 
   if (*frame) {

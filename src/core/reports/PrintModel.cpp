@@ -225,8 +225,9 @@ void PrintModel::SaveAsPdf(const std::string& routine) {
   const std::string& doc = s_.state.CurrentFileName;
   choice.initialName = (doc.empty() || doc == "Untitled" ? std::string("Untitled") : std::filesystem::path(doc).stem().string()) + ".pdf";
   choice.confirmOverwrite = true;
-  const auto path = s_.prompter().SaveFile(choice);
+  auto path = s_.prompter().SaveFile(choice);
   if (!path) return;
+  if (std::filesystem::path(*path).extension().empty()) *path += ".pdf";
   const auto pages = TickedPages(routine);
   if (!pages) return;
   step(s_.journal(), Where{kModule, routine}, [&] {

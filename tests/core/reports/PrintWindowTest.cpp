@@ -168,7 +168,7 @@ TEST_F(PrintWindow, WithoutAPrinterTheOperatorIsToldAndOfferedAPdf) {
     Answer answer;
     std::optional<std::string> file;
     std::size_t pdfs;
-  } cases[] = {{Answer::No, std::nullopt, 0}, {Answer::Yes, std::nullopt, 0}, {Answer::Yes, "site.pdf", 1}};
+  } cases[] = {{Answer::No, std::nullopt, 0}, {Answer::Yes, std::nullopt, 0}, {Answer::Yes, "site", 1}};
   for (const auto& c : cases) {
     output.pdfs.clear();
     t.prompter.Clear();
@@ -184,6 +184,7 @@ TEST_F(PrintWindow, WithoutAPrinterTheOperatorIsToldAndOfferedAPdf) {
     EXPECT_TRUE(output.jobs.empty());
     ASSERT_EQ(output.pdfs.size(), c.pdfs);
     if (c.pdfs) {
+      EXPECT_EQ(output.pdfs[0].name, "site.pdf") << "the extension a name typed without one gets";
       const std::string text = AllText(output.pdfs[0].pages);
       for (const char* title : {"Audio Connections", "Custom Page Groups", "Phone List", "ArchNumber / CLID",
                                 "Class of Service", "System Options"})
