@@ -156,6 +156,7 @@ TEST_F(frmPrintTest, PreviewShowsTheTickedReportsAndLeavesTheWindowOpen) {
       EXPECT_EQ(Ctl<QLabel>(p, "lblPages")->text(), "3 pages");
       const QPixmap page = Ctl<QLabel>(p, "lblPage_2")->pixmap();
       EXPECT_NEAR(page.width() / page.devicePixelRatio(), LocalePaper().widthMm / 25.4 * 96, 2) << "96 dots an inch";
+      EXPECT_FALSE(SavePicture({&p}, "print-preview.png").empty());
       Click(Ctl<QPushButton>(p, "cmdClose"));
     });
     Click(Ctl<QPushButton>(w, "cmdPreview"));

@@ -65,7 +65,7 @@ frmPreview::frmPreview(const std::vector<ReportPage>& pages, QWidget* parent) : 
 
   Paint();
   const QRect area = ScreenArea(*this);
-  const int width = labels_.empty() ? 600 : labels_.front()->sizeHint().width() + 60;
+  const int width = labels_.empty() ? 600 : labels_.front()->sizeHint().width() + 100;  // margins and the scroll bar
   resize(std::min(width, area.width()), area.height() * 9 / 10);
   CentreWindow(*this, parent ? parent->window() : nullptr);
 }
