@@ -114,5 +114,11 @@ int Diff(Session& session, const std::string& a, const std::string& b);
 int Verify(Session& session, const std::string& file, const std::string& port, const std::string& dial);
 // The automatic backups of the transfers, newest first: date and time, kind, path.
 int Backups(Session& session);
+// Renders the reports of FILE (by default the six the print window shows; `only` names them
+// as "Bgm,Clid") with the print window's heading into the PDF file `pdf`, on the locale's
+// paper unless `paper` is "a4" or "letter"; 0 when it was written, 1 when a layout was
+// refused or the file could not be written, 2 when FILE is no document or a name unknown.
+int Report(Session& session, const std::string& file, const std::string& pdf, const std::string& only,
+           const std::string& paper);
 
 }  // namespace r6183::ctl

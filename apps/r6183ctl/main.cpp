@@ -2,6 +2,9 @@
 // service technicians and tests.
 #include <CLI/CLI.hpp>
 
+#include <QGuiApplication>
+#include <QLoggingCategory>
+
 #include <iostream>
 #include <sstream>
 
@@ -166,8 +169,26 @@ int main(int argc, char** argv) {
   verifyCmd->add_option("--port", port, "port number 1 to 16, or a device path")->required();
   verifyCmd->add_option("--dial", dialNumber, dialHelp);
   auto* backupsCmd = app.add_subcommand("backups", "list the backups kept after each Receive and Send");
+  std::string pdf, only, paper;
+  auto* report = app.add_subcommand("report", "render the reports of FILE into one PDF with the print window's heading");
+  report->add_option("FILE", file)->required();
+  report->add_option("--pdf", pdf, "the PDF file to write")->required();
+  report->add_option("--only", only, "the reports by file name, as Bgm,Clid (default: the six the print window shows)");
+  report->add_option("--paper", paper, "a4 or letter (default: the locale's)")->check(CLI::IsMember({"a4", "letter"}));
 
   CLI11_PARSE(app, argc, argv);
+
+  // Report pages are painted with QtGui, which needs its application object; no window
+  // is ever shown, so the offscreen platform serves wherever the command runs.
+  std::unique_ptr<QGuiApplication> painting;
+  if (*report) {
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    QLoggingCategory::setFilterRules("default.warning=false");  // Qt's remarks on the environment
+    // the program's name alone: Qt would take a document named like one of its options
+    static int qtArgc = 1;
+    static char* qtArgv[] = {argv[0], nullptr};
+    painting = std::make_unique<QGuiApplication>(qtArgc, qtArgv);
+  }
 
   if (*frame) {
     // TEXT as a person types it (UTF-8); the checksum counts the bytes of the line
@@ -259,6 +280,7 @@ int main(int argc, char** argv) {
     if (*diffCmd) return ctl::Diff(session, file, second);
     if (*verifyCmd) return ctl::Verify(session, file, port, dialNumber);
     if (*backupsCmd) return ctl::Backups(session);
+    if (*report) return ctl::Report(session, file, pdf, only, paper);
     if (*daysCmd) return ctl::Days(session, file, schedule, *setDays ? std::optional<std::string>(days) : std::nullopt);
   } catch (const std::exception& e) {
     std::cerr << "r6183ctl: " << e.what() << '\n';

@@ -39,6 +39,9 @@ fs::path StagedAppDir();
 void CopyStagedAppDir(const fs::path& target);
 
 void WriteFile(const fs::path& p, const std::string& bytes);
+// The text of a PDF file as pdftotext reads it, the columns of a line kept apart by blanks;
+// empty when it can't be read.
+std::string PdfText(const fs::path& pdf);
 std::string ReadFile(const fs::path& p);
 
 // Runs `fn` as an unprivileged user when the tests run as root, since root writes,

@@ -30,6 +30,7 @@
 #include "gui/protocol/frmAbout.h"
 #include "gui/protocol/frmDate.h"
 #include "gui/protocol/frmMsgWait.h"
+#include "gui/reports/frmPrint.h"
 #include "gui/shell/Centre.h"
 #include "gui/shell/frmDebug.h"
 #include "gui/shell/frmHelp.h"
@@ -43,6 +44,7 @@
 #include "options/ClockModel.h"
 #include "options/DipModel.h"
 #include "protocol/SendTransfer.h"
+#include "reports/PrintModel.h"
 #include "shell/MainMenu.h"
 #include "shell/Session.h"
 
@@ -214,7 +216,7 @@ void frmMenu::BindHandlers() {
   h["mnuModemConnect"] = [&s] { mnuModemConnect_Click(s); };
   h["mnuManualConnect"] = [this] { mnuManualConnect_Click(*modem_); };
   h["mnuModemRelease"] = [this] { mnuModemRelease_Click(*modem_); };
-  h["mnuPrint"] = [this] { NotYetBuilt("mnuPrint", false); };
+  h["mnuPrint"] = [&s] { mnuPrint_Click(s); };
 }
 
 void frmMenu::NotYetBuilt(const std::string& item, bool guarded) {
@@ -308,6 +310,7 @@ void frmMenu::ShowModal(const std::string& name) {
         .exec();
   if (name == "frmManConnect") frmManConnect(session_, *modem_, this).exec();
   if (name == "frmClock") frmClock(session_, this).exec();
+  if (name == "frmPrint") frmPrint(session_, this).exec();
 }
 
 void frmMenu::Show(const std::string& name) {

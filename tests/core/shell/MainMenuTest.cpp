@@ -178,7 +178,7 @@ TEST(MainMenuTest, SaveOpenFormsSettlesNewestFirst) {
 TEST(MainMenuTest, InitializeResetsTheDocumentUnlessAFileIsMissing) {
   for (bool missing : {false, true}) {
     TestSession ts;
-    if (missing) fs::remove(ts.dir.path() / "reports/clid.rpt");
+    if (missing) fs::remove(ts.dir.path() / "reports/Clid.rpt");
     ProcessState& st = ts->state;
     st.CurrentFileName = "/d/a.mdb";
     st.EventCount = st.ClocksEnabled = st.DatabaseDirty = st.DateTimeActive = st.SystemConfig = 1;

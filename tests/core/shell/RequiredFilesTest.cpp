@@ -17,7 +17,7 @@ TEST(RequiredFilesTest, ChecksInOrderAndMakesTheListsFromTheShippedOnes) {
       {{"Dphonelst"}, {"Dphonelst"}, false, false, false},  // stops at once
       {{"Dmodem"}, {"Dmodem"}, false, true, false},
       // looked up in reports/, named in the message as the system writes it
-      {{"reports/pagegrp.rpt", "reports/clocks.rpt"}, {"reports\\pagegrp.rpt"}, false, true, true},
+      {{"reports/PageGrp.rpt", "reports/clocks.rpt"}, {"reports\\pagegrp.rpt"}, false, true, true},
   };
   for (const auto& c : cases) {
     TestSession ts;
@@ -43,7 +43,7 @@ TEST(RequiredFilesTest, KeepsTheOperatorsListsAndMatchesNamesWithoutCase) {
   TestSession ts;
   WriteFile(ts.dir.path() / "PhoneLst", "operator's own");
   fs::rename(ts.dir.path() / "errors", ts.dir.path() / "ERRORS");
-  fs::rename(ts.dir.path() / "reports/clid.rpt", ts.dir.path() / "reports/CLID.RPT");
+  fs::rename(ts.dir.path() / "reports/Clid.rpt", ts.dir.path() / "reports/CLID.RPT");
   EXPECT_TRUE(CheckRequiredFiles(*ts));
   EXPECT_TRUE(ts.prompter.Shown().empty());
   EXPECT_EQ(ReadFile(ts.dir.path() / "PhoneLst"), "operator's own");
