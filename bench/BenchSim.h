@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "Largest.h"
 #include "protocol/PosixSerialLine.h"
 
 extern char** environ;
@@ -86,19 +87,6 @@ struct Sim {
   pid_t pid = -1;
   std::string device;
 };
-
-// The largest programming: three expansion boards, 96 numbered and described stations,
-// 256 events.
-inline void MakeLargest(const std::string& templatePath, const std::string& site) {
-  std::filesystem::copy_file(templatePath, site);
-  SQLite::Database(site, SQLite::OPEN_READWRITE)
-      .exec("BEGIN; UPDATE Config SET System_Config = 3;"
-            "UPDATE Clid SET archnum = printf('%04d', 1000 + clid_station), clid_string = printf('Station %-7d', clid_station);"
-            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
-            " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
-            " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
-            "COMMIT");
-}
 
 // Seconds the bytes need on the wire at 9600 baud, 8N1.
 inline double WireSeconds(std::size_t bytes) { return static_cast<double>(bytes) * 10.0 / 9600.0; }

@@ -11,6 +11,7 @@
 #include <functional>
 
 #include "BenchSession.h"
+#include "Largest.h"
 #include "database/DocumentChecks.h"
 #include "editors/ConfigScript.h"
 #include "shell/MainMenu.h"
@@ -25,18 +26,12 @@ struct Bench : bench::BenchSession {
     session->product.ProductTitle = "Bench";
     Initialize(*session);
     prepared = (dir / "LARGEST.MDB").string();
-    fs::copy_file(dir / "DEFAULT", prepared);
     std::string all;
     for (int g = 1; g <= 16; ++g) all += (g > 1 ? ", " : "") + std::string("PageGroup") + std::to_string(g) + " = 1";
-    SQLite::Database(prepared, SQLite::OPEN_READWRITE)
-        .exec("BEGIN; UPDATE Config SET System_Config = 3;"
-              "UPDATE Clid SET archnum = CAST(1000 + clid_station AS TEXT), clid_string = 'Station ' || clid_station;"
-              "UPDATE PageGroup SET " + all + "; UPDATE Bgm SET " + all + "; UPDATE TonesPG SET " + all +
-              "; UPDATE EmergencyPG SET " + all + ";"
-              "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
-              " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
-              " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, i % 2, 1 FROM n;"
-              "COMMIT");
+    // half the events call only group 16, of the third expansion
+    bench::MakeLargest((dir / "DEFAULT").string(), prepared,
+                       "UPDATE PageGroup SET " + all + "; UPDATE Bgm SET " + all + "; UPDATE TonesPG SET " + all +
+                           "; UPDATE EmergencyPG SET " + all + "; UPDATE Event SET PageGroup1 = rowid % 2, PageGroup16 = 1");
     session->state.WorkDbPath = (dir / "~TEMP").string();
   }
   // A fresh work copy of the prepared document, checked and counted as an open does.

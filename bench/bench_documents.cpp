@@ -9,6 +9,7 @@
 #include "database/DocumentCommands.h"
 #include "shell/MainMenu.h"
 #include "BenchSession.h"
+#include "Largest.h"
 
 namespace fs = std::filesystem;
 using namespace r6183;
@@ -19,14 +20,7 @@ struct Bench : bench::BenchSession {
     session->product.ProductTitle = "Bench";
     Initialize(*session);
     document = (dir / "LARGEST.MDB").string();
-    fs::copy_file(dir / "DEFAULT", document);
-    SQLite::Database db(document, SQLite::OPEN_READWRITE);
-    db.exec("BEGIN; UPDATE Config SET System_Config = 3;"
-            "UPDATE Clid SET archnum = CAST(1000 + clid_station AS TEXT), clid_string = 'Station ' || clid_station;"
-            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
-            " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
-            " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
-            "COMMIT");
+    bench::MakeLargest((dir / "DEFAULT").string(), document);
   }
   std::string document;
 };

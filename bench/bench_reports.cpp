@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "BenchSession.h"
+#include "Largest.h"
 #include "gui/reports/PagePainter.h"
 #include "reports/PrintModel.h"
 
@@ -46,15 +47,8 @@ int main(int argc, char** argv) {
   s.product.ProductTitle = "Bench";
   s.product.ProductCode = 1;
   const std::string site = (b.dir / "LARGEST.MDB").string();
-  fs::copy_file(b.dir / "DEFAULT", site);
-  SQLite::Database(site, SQLite::OPEN_READWRITE)
-      .exec("BEGIN; UPDATE Config SET System_Config = 3;"
-            "UPDATE Clid SET archnum = printf('%04d', 1000 + clid_station), clid_string = printf('Station %-7d', clid_station);"
-            "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
-            " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
-            " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
-            "UPDATE PageGroup SET PageGroup1 = 1, PageGroup9 = 1, PageGroup16 = 1; UPDATE Bgm SET PageGroup13 = 1;"
-            "COMMIT");
+  bench::MakeLargest((b.dir / "DEFAULT").string(), site,
+                    "UPDATE PageGroup SET PageGroup1 = 1, PageGroup9 = 1, PageGroup16 = 1; UPDATE Bgm SET PageGroup13 = 1;");
   s.state.WorkDbPath = (b.dir / "~TEMP").string();
   fs::copy_file(site, s.state.WorkDbPath);
   s.state.CurrentFileName = site;

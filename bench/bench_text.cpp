@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "BenchSession.h"
+#include "Largest.h"
 #include "options/ClockRules.h"
 #include "textform/TextForm.h"
 
@@ -20,14 +21,7 @@ struct Largest : bench::BenchSession {
   Largest() {
     templ = (dir / "DEFAULT").string();
     document = (dir / "LARGEST.MDB").string();
-    fs::copy_file(templ, document);
-    SQLite::Database(document, SQLite::OPEN_READWRITE)
-        .exec("BEGIN; UPDATE Config SET System_Config = 3;"
-              "UPDATE Clid SET archnum = CAST(1000 + clid_station AS TEXT), clid_string = 'Station ' || clid_station;"
-              "WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 255)"
-              " INSERT INTO Event (Schedule, StartTime, Duration, Tone, PageGroup1, PageGroup16)"
-              " SELECT i % 6 + 1, printf('%02d:%02d', i / 12, i % 60), i % 59 + 1, i % 4 + 1, 1, i % 2 FROM n;"
-              "COMMIT");
+    bench::MakeLargest(templ, document);
     std::vector<std::string> leftOut;
     text = ProgrammingText(ReadProgramming(document), LoadClockCatalogue(document), leftOut);
   }

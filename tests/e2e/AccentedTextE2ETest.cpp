@@ -9,20 +9,12 @@
 
 #include <vector>
 
+#include "CtlRun.h"
 #include "support/SimProcess.h"
 #include "support/TestSupport.h"
 
 namespace r6183 {
 namespace {
-
-int Ctl(const test::TempDir& dir, const std::string& args, std::string& printed) {
-  const std::string log = dir.str("ctl.txt");
-  const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str() + "' " + args + " >'" + log +
-                          "' 2>&1 </dev/null";
-  const int status = std::system(cmd.c_str());
-  printed = test::ReadFile(log);
-  return WEXITSTATUS(status);
-}
 
 // Every character of Windows-1252 beyond ASCII with its byte, written out by hand.
 struct Character {
@@ -144,9 +136,9 @@ TEST(AccentedTextOverAPty, SendAndReceiveCarryEachCharacterAsOneByteOfTheCodePag
   test::SimProcess sim(R6183_SIM_PATH, {"--wire-in", in, "--wire-out", out});
   ASSERT_FALSE(sim.device().empty());
   std::string printed;
-  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 0) << printed;
+  EXPECT_EQ(test::Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 0) << printed;
   EXPECT_NE(printed.find("Send data completed successfully."), std::string::npos) << printed;
-  EXPECT_EQ(Ctl(dir, "receive '" + back + "' --port '" + sim.device() + "'", printed), 0) << printed;
+  EXPECT_EQ(test::Ctl(dir, "receive '" + back + "' --port '" + sim.device() + "'", printed), 0) << printed;
   EXPECT_NE(printed.find("Receive Data completed successfully."), std::string::npos) << printed;
   ASSERT_EQ(sim.Stop(), 0);
 
@@ -176,7 +168,7 @@ TEST(AccentedTextOverAPty, SendOfTextOutsideTheCodePageIsRefusedBeforeTheLine) {
   test::SimProcess sim(R6183_SIM_PATH, {"--wire-in", in});
   ASSERT_FALSE(sim.device().empty());
   std::string printed;
-  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 1);
+  EXPECT_EQ(test::Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 1);
   EXPECT_NE(printed.find("Station 5 cannot be sent to the R-6183: its description \"東京 Office\" holds \"東\", "
                          "which the R-6183 cannot show."),
             std::string::npos)

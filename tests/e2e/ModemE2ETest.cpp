@@ -13,20 +13,12 @@
 #include "protocol/ReceiveTransfer.h"
 #include "protocol/SendTransfer.h"
 #include "shell/MainMenu.h"
+#include "CtlRun.h"
 #include "support/SimProcess.h"
 #include "support/TestSupport.h"
 
 namespace r6183 {
 namespace {
-
-int Ctl(const test::TempDir& dir, const std::string& args, std::string& printed) {
-  const std::string log = dir.str("ctl.txt");
-  const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str() + "' " + args + " >'" + log +
-                          "' 2>&1 </dev/null";
-  const int status = std::system(cmd.c_str());
-  printed = test::ReadFile(log);
-  return WEXITSTATUS(status);
-}
 
 std::vector<std::string> Modem(std::vector<std::string> more = {}) {
   std::vector<std::string> args{"--modem", "--dial-delay", "300", "--guard-time", "300"};
@@ -52,20 +44,20 @@ TEST(ModemOverAPty, ScriptedCallCarriesAReceiveAndASend) {
   ASSERT_FALSE(sim.device().empty());
   const std::string port = " --port '" + sim.device() + "'", out = dir.str("site.mdb");
   std::string printed;
-  ASSERT_EQ(Ctl(dir, "dial 5551234" + port, printed), 0) << printed;
+  ASSERT_EQ(test::Ctl(dir, "dial 5551234" + port, printed), 0) << printed;
   InOrder(printed, {"Status: Initializing...", "Status: Dialing...", "Modem connected successfully."});
-  ASSERT_EQ(Ctl(dir, "receive '" + out + "'" + port, printed), 0) << printed;
-  ASSERT_EQ(Ctl(dir, "send '" + out + "'" + port, printed), 0) << printed;
-  ASSERT_EQ(Ctl(dir, "release" + port, printed), 0) << printed;
+  ASSERT_EQ(test::Ctl(dir, "receive '" + out + "'" + port, printed), 0) << printed;
+  ASSERT_EQ(test::Ctl(dir, "send '" + out + "'" + port, printed), 0) << printed;
+  ASSERT_EQ(test::Ctl(dir, "release" + port, printed), 0) << printed;
   EXPECT_NE(printed.find("released"), std::string::npos) << printed;
   // no call: the unit is out of reach
-  EXPECT_EQ(Ctl(dir, "revs" + port, printed), 1) << printed;
+  EXPECT_EQ(test::Ctl(dir, "revs" + port, printed), 1) << printed;
   // --dial: a call for one command
-  EXPECT_EQ(Ctl(dir, "send '" + out + "'" + port + " --dial 5551234", printed), 0) << printed;
+  EXPECT_EQ(test::Ctl(dir, "send '" + out + "'" + port + " --dial 5551234", printed), 0) << printed;
   InOrder(printed, {"Modem connected successfully.", "Send data completed successfully."});
-  EXPECT_EQ(Ctl(dir, "datetime" + port + " --dial 5551234", printed), 0) << printed;
+  EXPECT_EQ(test::Ctl(dir, "datetime" + port + " --dial 5551234", printed), 0) << printed;
   EXPECT_NE(printed.find("Date="), std::string::npos) << printed;
-  EXPECT_EQ(Ctl(dir, "verify '" + out + "'" + port + " --dial 5551234", printed), 0) << printed;
+  EXPECT_EQ(test::Ctl(dir, "verify '" + out + "'" + port + " --dial 5551234", printed), 0) << printed;
   EXPECT_NE(printed.find("the unit holds the programming of " + out), std::string::npos) << printed;
 }
 
@@ -90,7 +82,7 @@ TEST(ModemOverAPty, FailedCallsEndInTheirMessage) {
     if (!c.modem.empty()) sim = std::make_unique<test::SimProcess>(R6183_SIM_PATH, c.modem);
     const std::string device = sim ? sim->device() : dead.device();
     std::string printed;
-    EXPECT_EQ(Ctl(dir, "receive '" + dir.str("out.mdb") + "' --port '" + device + "' --dial 5551234", printed), 1)
+    EXPECT_EQ(test::Ctl(dir, "receive '" + dir.str("out.mdb") + "' --port '" + device + "' --dial 5551234", printed), 1)
         << printed;
     EXPECT_NE(printed.find(c.message), std::string::npos) << printed;
     EXPECT_EQ(printed.find("Receiving"), std::string::npos) << printed;

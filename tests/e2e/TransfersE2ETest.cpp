@@ -10,6 +10,7 @@
 
 #include "database/Database.h"
 #include "database/DocumentDump.h"
+#include "CtlRun.h"
 #include "support/SimProcess.h"
 #include "support/TestSupport.h"
 
@@ -21,15 +22,6 @@ std::string Dump(const std::string& path) {
   std::ostringstream out;
   DumpDocument(db, out);
   return out.str();
-}
-
-int Ctl(const test::TempDir& dir, const std::string& args, std::string& printed) {
-  const std::string log = dir.str("ctl.txt");
-  const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str() + "' " + args + " >'" + log +
-                          "' 2>&1 </dev/null";
-  const int status = std::system(cmd.c_str());
-  printed = test::ReadFile(log);
-  return WEXITSTATUS(status);
 }
 
 std::string AbsentGroupsCleared(int boards) {
@@ -78,9 +70,9 @@ TEST(TransfersOverAPty, SendThenReceiveGivesTheSameDocumentForEveryBoardCount) {
     test::SimProcess sim(R6183_SIM_PATH, {"--revision", "2.31"});
     ASSERT_FALSE(sim.device().empty());
     std::string printed;
-    ASSERT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 0) << printed;
+    ASSERT_EQ(test::Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 0) << printed;
     const std::string back = dir.str("back.mdb");
-    ASSERT_EQ(Ctl(dir, "receive '" + back + "' --port '" + sim.device() + "'", printed), 0) << printed;
+    ASSERT_EQ(test::Ctl(dir, "receive '" + back + "' --port '" + sim.device() + "'", printed), 0) << printed;
     EXPECT_NE(printed.find("Receiving data... All Done 100 %\n"), std::string::npos) << printed;
     EXPECT_NE(printed.find("Receive Data completed successfully."), std::string::npos);
     EXPECT_EQ(Dump(back), Dump(expected));
@@ -94,10 +86,10 @@ TEST(TransfersOverAPty, SendToAnOldUnitNeedsYes) {
   std::filesystem::copy_file(dir.path() / "DEFAULT", site);
   test::SimProcess sim(R6183_SIM_PATH, {"--revision", "1.50"});
   std::string printed;
-  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 1);
+  EXPECT_EQ(test::Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), 1);
   EXPECT_NE(printed.find("System may not support all programmed features."), std::string::npos) << printed;
   EXPECT_FALSE(std::filesystem::exists(dir.path() / "tx_data.txt"));
-  EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "' --yes", printed), 0) << printed;
+  EXPECT_EQ(test::Ctl(dir, "send '" + site + "' --port '" + sim.device() + "' --yes", printed), 0) << printed;
 }
 
 
@@ -152,7 +144,7 @@ TEST(TransfersOverAPty, ReceiveCopesWithWhatTheUnitSends) {
     args.insert(args.end(), c.unit.begin(), c.unit.end());
     test::SimProcess sim(R6183_SIM_PATH, args);
     std::string printed;
-    EXPECT_EQ(Ctl(dir, "receive '" + out + "' --port '" + sim.device() + "'", printed), c.exit) << printed;
+    EXPECT_EQ(test::Ctl(dir, "receive '" + out + "' --port '" + sim.device() + "'", printed), c.exit) << printed;
     std::size_t at = 0;
     for (const auto& text : c.printed) {
       at = printed.find(text, at);
@@ -195,7 +187,7 @@ TEST(TransfersOverAPty, SendToAUnitThatFallsSilent) {
     std::filesystem::copy_file(dir.path() / "DEFAULT", site);
     test::SimProcess sim(R6183_SIM_PATH, {"--ignore", c.ignored, "--record", record});
     std::string printed;
-    EXPECT_EQ(Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), c.exit) << printed;
+    EXPECT_EQ(test::Ctl(dir, "send '" + site + "' --port '" + sim.device() + "'", printed), c.exit) << printed;
     EXPECT_NE(printed.find(c.printed), std::string::npos) << printed;
     ASSERT_EQ(sim.Stop(), 0);
     std::istringstream tx(test::ReadFile(dir.path() / "tx_data.txt")), rec(test::ReadFile(record));
@@ -227,7 +219,7 @@ TEST(TransfersOverAPty, DateTimeReadsAndSetsTheUnitsClock) {
   {
     test::SimProcess sim(R6183_SIM_PATH, {"--bad-clock", "--clock-offset", "-86400"});
     const std::string before = today();
-    EXPECT_EQ(Ctl(dir, "datetime --port '" + sim.device() + "'", printed), 0) << printed;
+    EXPECT_EQ(test::Ctl(dir, "datetime --port '" + sim.device() + "'", printed), 0) << printed;
     EXPECT_TRUE(printed.find(before) != std::string::npos || printed.find(today()) != std::string::npos) << printed;
   }
   struct Case {
@@ -242,9 +234,9 @@ TEST(TransfersOverAPty, DateTimeReadsAndSetsTheUnitsClock) {
     std::vector<std::string> args{"--record", record};
     args.insert(args.end(), c.unit.begin(), c.unit.end());
     test::SimProcess sim(R6183_SIM_PATH, args);
-    EXPECT_EQ(Ctl(dir, "datetime --port '" + sim.device() + "' --set '02/29/24 13:45:00' --dst on", printed), 0)
+    EXPECT_EQ(test::Ctl(dir, "datetime --port '" + sim.device() + "' --set '02/29/24 13:45:00' --dst on", printed), 0)
         << printed;
-    ASSERT_EQ(Ctl(dir, "datetime --port '" + sim.device() + "'", printed), 0) << printed;
+    ASSERT_EQ(test::Ctl(dir, "datetime --port '" + sim.device() + "'", printed), 0) << printed;
     EXPECT_NE(printed.find("Date=02/29/24\nTime=13:45:0"), std::string::npos) << printed;
     EXPECT_NE(printed.find(c.daylight), std::string::npos) << printed;
     ASSERT_EQ(sim.Stop(), 0);
@@ -256,7 +248,7 @@ TEST(TransfersOverAPty, DateTimeReadsAndSetsTheUnitsClock) {
   // a day the month does not have goes to the unit as typed, as the window would send it
   const std::string record = dir.str("record-0431.txt");
   test::SimProcess sim(R6183_SIM_PATH, {"--record", record});
-  EXPECT_EQ(Ctl(dir, "datetime --port '" + sim.device() + "' --set '04/31/25 10:20:30'", printed), 0) << printed;
+  EXPECT_EQ(test::Ctl(dir, "datetime --port '" + sim.device() + "' --set '04/31/25 10:20:30'", printed), 0) << printed;
   ASSERT_EQ(sim.Stop(), 0);
   EXPECT_NE(test::ReadFile(record).find("T102030043125\n"), std::string::npos) << test::ReadFile(record);
 }

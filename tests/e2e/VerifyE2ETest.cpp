@@ -6,20 +6,12 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include "CtlRun.h"
 #include "support/SimProcess.h"
 #include "support/TestSupport.h"
 
 namespace r6183 {
 namespace {
-
-int Ctl(const test::TempDir& dir, const std::string& args, std::string& out) {
-  const std::string log = dir.str("ctl.txt"), err = dir.str("err.txt");
-  const std::string cmd = std::string("'") + R6183CTL_PATH + "' --appdir '" + dir.str() + "' " + args + " >'" + log +
-                          "' 2>'" + err + "' </dev/null";
-  const int status = std::system(cmd.c_str());
-  out = test::ReadFile(log);
-  return WEXITSTATUS(status);
-}
 
 TEST(VerifyOverAPty, TheUnitHoldsWhatWasSentUntilAnotherSendChangesIt) {
   test::TempDir dir;
@@ -37,16 +29,16 @@ TEST(VerifyOverAPty, TheUnitHoldsWhatWasSentUntilAnotherSendChangesIt) {
   ASSERT_FALSE(sim.device().empty());
   const std::string port = " --port '" + sim.device() + "'";
   std::string out;
-  ASSERT_EQ(Ctl(dir, "send '" + site + "'" + port, out), 0) << out;
-  EXPECT_EQ(Ctl(dir, "verify '" + site + "'" + port, out), 0);
+  ASSERT_EQ(test::Ctl(dir, "send '" + site + "'" + port, out, false), 0) << out;
+  EXPECT_EQ(test::Ctl(dir, "verify '" + site + "'" + port, out, false), 0);
   EXPECT_EQ(out, "the unit holds the programming of " + site + "\n");
 
-  ASSERT_EQ(Ctl(dir, "send '" + other + "'" + port, out), 0) << out;
-  EXPECT_EQ(Ctl(dir, "verify '" + site + "'" + port, out), 1);
+  ASSERT_EQ(test::Ctl(dir, "send '" + other + "'" + port, out, false), 0) << out;
+  EXPECT_EQ(test::Ctl(dir, "verify '" + site + "'" + port, out, false), 1);
   EXPECT_EQ(out, "the unit differs from " + site +
                      ":\nStation 5: Arch 105 -> 205\nSchedule 1: event 08:50 removed\nOption Queue Tone: off -> on\n");
 
-  ASSERT_EQ(Ctl(dir, "backups", out), 0);
+  ASSERT_EQ(test::Ctl(dir, "backups", out, false), 0);
   std::vector<std::string> kinds;
   for (std::size_t at = 0; (at = out.find('\t', at)) != std::string::npos; at = out.find('\n', at))
     kinds.push_back(out.substr(at + 1, out.find('\t', at + 1) - at - 1));
