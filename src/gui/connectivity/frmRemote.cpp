@@ -98,8 +98,9 @@ void frmRemote::Unload() {
 }
 
 void frmRemote::closeEvent(QCloseEvent* e) {
+  // the close box unloads the window at any step (a dialog's own would ask reject())
   Unload();
-  QDialog::closeEvent(e);
+  e->accept();
 }
 
 void frmRemote::reject() {
