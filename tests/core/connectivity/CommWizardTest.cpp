@@ -217,17 +217,5 @@ TEST_F(CommWizard, CancelDuringTheScanEndsIt) {
   EXPECT_FALSE(ports.comm->PortOpen());
 }
 
-TEST_F(CommWizard, MoveIndexStopsAtTheFirstPage) {
-  const struct {
-    int16_t from;
-    bool back;
-    int16_t to;
-  } cases[] = {{1, false, 2}, {3, false, 4}, {3, true, 2}, {1, true, 1}};
-  for (const auto& c : cases) {
-    t->state.WizardGoBack = c.back;
-    EXPECT_EQ(MoveIndex(*t, c.from), c.to);
-  }
-}
-
 }  // namespace
 }  // namespace r6183::test
