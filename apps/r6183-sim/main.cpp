@@ -1,6 +1,6 @@
 // r6183-sim: a simulated control unit on a pseudo-terminal, optionally behind a
-// simulated Hayes modem. Prints the device path on the first line, then serves until
-// SIGINT or SIGTERM.
+// simulated Hayes modem (or the modem alone). Prints the device path on the first line,
+// then serves until SIGINT or SIGTERM.
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
@@ -91,10 +91,19 @@ int main(int argc, char** argv) {
   app.add_flag("--no-dialtone", mo.noDialTone, "every dial answers NO DIAL TONE");
   app.add_option("--connect-speed", mo.connectSpeed, "the speed CONNECT reports")
       ->check(CLI::PositiveNumber)->capture_default_str();
+  bool modemOnly = false;
+  app.add_flag("--modem-only", modemOnly,
+               "a modem alone, with no unit behind it and no telephone line (every dial finds no dial tone)");
+  app.add_option("--deaf-lines", mo.deafLines, "the modem ignores its first N lines, as one still starting up")
+      ->check(CLI::NonNegativeNumber);
   CLI11_PARSE(app, argc, argv);
   mo.dialDelay = std::chrono::milliseconds(dialDelay);
   mo.guardTime = std::chrono::milliseconds(guardTime);
   mo.pace = o.pace;
+  if (modemOnly) {
+    modem = true;
+    mo.noDialTone = true;
+  }
 
   try {
     o.revisions.second = RevisionField(revision);
@@ -137,7 +146,7 @@ int main(int argc, char** argv) {
       // bytes the modem has passed on and the unit has not read yet are not waited for
       if (!hayes || hayes->UnitSide().InputWaiting() == 0) line.WaitForInput(std::chrono::milliseconds(20));
       if (hayes) hayes->Poll();
-      unit.Poll();
+      if (!modemOnly) unit.Poll();
       if (hayes) hayes->Poll();  // the unit's answer goes out at once
     }
     if (unit.HungUp()) std::cerr << "r6183-sim: hung up\n";

@@ -13,6 +13,7 @@
 #include "database/DocumentDump.h"
 #include "database/Recordset.h"
 #include "database/TableSource.h"
+#include "connectivity/CommResults.h"
 #include "connectivity/modModem.h"
 #include "protocol/DateTime.h"
 #include "protocol/ModComm.h"
@@ -174,9 +175,39 @@ int Convert(Session& session, const std::string& file) {
 
 namespace r6183::ctl {
 
+namespace {
+void PrintPort(const PortInfo& p) {
+  std::cout << p.number << '\t' << (p.device.empty() ? "-" : p.device) << '\t' << p.description << '\n';
+}
+}  // namespace
+
 int Ports(Session& session) {
+  for (const PortInfo& p : MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts())) PrintPort(p);
+  return 0;
+}
+
+int Find(Session& session, bool modem) {
+  ModComm comm(session, [&session](int16_t port) -> std::unique_ptr<SerialLine> {
+    return std::make_unique<PosixSerialLine>(
+        DeviceForPort(session.journal(), session.state.SettingsPath, std::to_string(port)));
+  });
+  ProgressWindow quiet;
+  modModem hayes(session, comm, quiet);
+  CommResultsModel scan(session, comm, hayes);
+  // a port the operator could have is named, as the journal names it
+  scan.OnPortProbed = [&](int port) {
+    if (comm.OpenFailureNumber() == err::PermissionDenied) TellOpenFailure(comm, std::to_string(port));
+  };
+  if (modem) scan.AutoFindModem();
+  else scan.AutoFindComm();
+  comm.Exit_Comm();
+  const int32_t found = session.state.WizardFoundPort;
+  if (found == kNoPortFound) {
+    std::cout << scan.txtComport.Text() << '\n';
+    return 1;
+  }
   for (const PortInfo& p : MapPorts(session.journal(), session.state.SettingsPath, DiscoverPorts()))
-    std::cout << p.number << '\t' << (p.device.empty() ? "-" : p.device) << '\t' << p.description << '\n';
+    if (p.number == found) PrintPort(p);
   return 0;
 }
 

@@ -29,6 +29,9 @@ int Convert(Session& session, const std::string& file);
 // The sixteen port numbers, a line each: NUMBER, DEVICE ("-" for none) and
 // DESCRIPTION, tab-separated; 0.
 int Ports(Session& session);
+// Scans ports 1 to 16 as Auto Find does, for the unit or (`modem`) for a modem, and prints
+// the port found as `Ports` prints it, or the not-found text; 0 found, 1 not.
+int Find(Session& session, bool modem);
 // Asks the unit on PORT (1 to 16, or a device path) for its revisions and prints the
 // lines the About window lists; 0 when the unit answered.
 int Revs(Session& session, const std::string& port);

@@ -44,6 +44,9 @@ int main(int argc, char** argv) {
   auto* frame = app.add_subcommand("frame", "print TEXT with the checksum of its bytes on the line (without CR and NUL)");
   frame->add_option("TEXT", text)->required();
   auto* ports = app.add_subcommand("ports", "list the port numbers 1 to 16 and their devices");
+  bool findModem = false;
+  auto* findCmd = app.add_subcommand("find", "scan ports 1 to 16 for the unit as Auto Find does; print the port found");
+  findCmd->add_flag("--modem", findModem, "look for a modem (\"OK\" to AT&F) instead of the unit");
   std::string port;
   std::string dialNumber;
   const char* dialHelp = "run through a modem call to this number, released at the end";
@@ -224,6 +227,7 @@ int main(int argc, char** argv) {
     if (*make) return ctl::New(session, file, force);
     if (*convert) return ctl::Convert(session, file);
     if (*ports) return ctl::Ports(session);
+    if (*findCmd) return ctl::Find(session, findModem);
     if (*revs) return ctl::Revs(session, port);
     if (*dialCmd) return ctl::Dial(session, dialNumber, port);
     if (*releaseCmd) return ctl::Release(session, port);

@@ -114,6 +114,11 @@ void SimulatedModem::TakeOnlineByte(char c, uint32_t now) {
 }
 
 void SimulatedModem::TakeCommandByte(char c) {
+  // a modem still starting up: nothing comes back, and the line is lost
+  if (deafened_ < options_.deafLines) {
+    if (c == '\r') ++deafened_;
+    return;
+  }
   if (echo_) Reply(std::string(1, c));
   if (c == '\r') {
     std::string line;

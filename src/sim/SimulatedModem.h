@@ -25,6 +25,7 @@ struct ModemOptions {
   std::vector<std::string> noAnswer;           // numbers that answer NO CARRIER
   bool noDialTone = false;                     // every dial finds no dial tone
   int connectSpeed = 9600;                     // the speed CONNECT reports
+  int deafLines = 0;                           // lines ignored at first, echo and all
   bool pace = false;                           // its own bytes at 9600 baud
 };
 
@@ -79,6 +80,7 @@ class SimulatedModem {
   uint32_t dialEndsAt_ = 0;
   int calls_ = 0;
   std::vector<std::string> commands_;
+  int deafened_ = 0;  // lines ignored so far
   // the escape: the time of the last byte from the tool, the pluses held back
   uint32_t lastByteAt_ = 0;
   uint32_t lastPlusAt_ = 0;

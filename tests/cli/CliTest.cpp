@@ -188,5 +188,24 @@ TEST_F(CliTest, PortsListsSixteenNumbersWithTheDevicesOfTheSettings) {
   }
 }
 
+// Nothing on any port: the not-found text of each scan, exit 1, and the log written anew.
+TEST_F(CliTest, FindWithNothingOnAnyPortSaysSo) {
+  std::string ini = "[Ports]\r\n";
+  for (int n = 1; n <= 16; ++n) ini += "Com " + std::to_string(n) + "=" + dir.str("absent" + std::to_string(n)) + "\r\n";
+  WriteFile(dir.path() / "app/settings.ini", ini);
+  const struct {
+    const char* args;
+    const char* out;
+  } cases[] = {{"find", "Can't communcate with system on any port\n"}, {"find --modem", "Modem not found.\n"}};
+  for (const auto& c : cases) {
+    WriteFile(dir.path() / "app/log_file.txt", "an earlier transfer\r\n");
+    const Result r = Run(c.args);
+    EXPECT_EQ(r.code, 1) << r.err;
+    EXPECT_EQ(r.out, c.out);
+    EXPECT_EQ(r.err, "");
+    EXPECT_EQ(Bytes("app/log_file.txt").rfind("Date - Time - ", 0), 0u);
+  }
+}
+
 }  // namespace
 }  // namespace r6183::test

@@ -1,5 +1,6 @@
 #include "connectivity/Connection.h"
 
+#include "connectivity/CommWizard.h"
 #include "connectivity/PhoneList.h"
 #include "connectivity/modModem.h"
 #include "protocol/DateTime.h"
@@ -14,7 +15,6 @@ namespace r6183 {
 namespace {
 constexpr std::string_view kComPort = "frmComport";
 constexpr std::string_view kManConnect = "frmManConnect";
-constexpr int kNoPortFound = 65535;
 const std::string kDialing = "Dialing Modem";
 
 // A transfer is under way: three windows, the last captioned with the product's title.
@@ -37,6 +37,10 @@ ComPortModel::ComPortModel(Session& session, ModComm& comm, std::vector<PortInfo
   cmdOk.OnClick = [this] { cmdOk_Click(); };
   cmdCancel.OnClick = [this] { cmdCancel_Click(); };
   cmdAuto.OnClick = [this] { cmdAuto_Click(); };
+  RunCommWizard = [this] {
+    r6183::RunCommWizard(s_);
+    return static_cast<int>(s_.state.WizardFoundPort);
+  };
 }
 
 std::string ComPortModel::PortText(int index) const {
@@ -81,9 +85,12 @@ void ComPortModel::cmdCancel_Click() {
 
 void ComPortModel::cmdAuto_Click() {
   step(s_.journal(), Where{kComPort, "cmdAuto"}, [&] {
-    if (!RunCommWizard) return;
+    // a scan cancelled from its page ends at its next wait: no second wizard meanwhile
+    if (!RunCommWizard || wizardRunning_) return;
+    wizardRunning_ = true;
     // only the choice changes: the setting waits for OK
     const int found = RunCommWizard();
+    wizardRunning_ = false;
     if (found < kNoPortFound) cboPort.SetListIndex(found - 1);
   });
 }
@@ -235,11 +242,11 @@ void mnuModemRelease_Click(modModem& m) {
   s.state.ModemReleasePending = 0;
 }
 
-bool CheckDate(Session& s, ModComm& comm) {
+bool CheckDate(Session& s, ModComm& comm, const std::function<bool()>& stop) {
   bool found = false;
   step(s.journal(), Where{kComPort, "CheckDate"}, [&] {
     if (!comm.Init_Comm(0)) return;
-    for (;;) {
+    while (!stop || !stop()) {
       comm.msg_str = "Q";
       if (!comm.Send_Msg(comm.msg_str)) return;
       if (!comm.Receive_Msg(false)) return;

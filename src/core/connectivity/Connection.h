@@ -40,8 +40,8 @@ class ComPortModel {
   void cmdCancel_Click();
   void cmdAuto_Click();
 
-  // Auto Find: the wizard that scans the ports, giving the port it found or 65535. Auto
-  // Find is disabled while there is none.
+  // Auto Find: the wizard that scans the ports (RunCommWizard through the session's
+  // windows), giving the port it found or 65535. Auto Find is disabled when this is unset.
   std::function<int()> RunCommWizard;
   // Set by whoever shows the window.
   std::function<void()> CloseWindow;
@@ -51,6 +51,7 @@ class ComPortModel {
   Session& s_;
   ModComm& comm_;
   std::vector<PortInfo> ports_;
+  bool wizardRunning_ = false;
 };
 
 // The manual connect window: the operator dials on a telephone on the modem's line, then
@@ -87,7 +88,8 @@ void mnuManualConnect_Click(modModem& m);
 void mnuModemRelease_Click(modModem& m);
 
 // True when a control unit answers on the port with a valid date and time. The probe
-// ends only by a failed send or receive, or by a valid answer.
-bool CheckDate(Session& s, ModComm& comm);
+// ends only by a failed send or receive, or by a valid answer; or, when `stop` is given,
+// once it says so (asked before each question: the port scan's page has gone).
+bool CheckDate(Session& s, ModComm& comm, const std::function<bool()>& stop = {});
 
 }  // namespace r6183

@@ -60,7 +60,11 @@ PhoneListSetup PhoneListSetup::ModemCommands() {
   p.FieldName2 = "Command";
   p.ColName1 = "Modem";
   p.ColName2 = "Command";
+  p.caption = "Remote Commands";
+  p.prompt = "Type modem command or select it from the list below and press 'Enter'.";
+  p.label = "Command :";
   p.buttonCaption = "Enter";
+  p.remote = true;
   return p;
 }
 

@@ -86,12 +86,12 @@ bool ModComm::Open(int16_t port, int16_t handshaking) {
     line_->DiscardInput();
     // a modem wants DTR; a pseudo-terminal has no such line, and that is no failure
     quietly([&] { line_->SetDTR(true); });
-    openFailure_.clear();
+    openFailure_ = {};
     commPort_ = port;
     handshaking_ = handshaking;
     return true;
   } catch (...) {
-    openFailure_ = DescribeCurrentException().description;
+    openFailure_ = DescribeCurrentException();
     line_.reset();
     return false;
   }

@@ -13,6 +13,7 @@
 
 #include "protocol/SerialLine.h"
 #include "protocol/TransferFile.h"
+#include "shell/ErrorNumbers.h"
 
 namespace r6183 {
 
@@ -66,7 +67,10 @@ class ModComm {
   bool OpenPort(int16_t port, int16_t handshaking);
   // Why the last Init_Comm could not open the port (a busy port, a missing device, the
   // group that grants access); empty once a port is open.
-  const std::string& OpenFailure() const { return openFailure_; }
+  const std::string& OpenFailure() const { return openFailure_.description; }
+  // Its error number: FileNotFound for a missing device, PermissionDenied for a busy port or
+  // one the operator may not use; 0 once a port is open.
+  int16_t OpenFailureNumber() const { return openFailure_.number; }
   void Exit_Comm();
   bool PortOpen() const { return line_ && line_->IsOpen(); }
   SerialLine* Line() { return line_.get(); }
@@ -97,7 +101,7 @@ class ModComm {
   Session& s_;
   LineFactory factory_;
   std::unique_ptr<SerialLine> line_;
-  std::string openFailure_;
+  ErrorInfo openFailure_;
   int16_t commPort_ = 0;
   int16_t handshaking_ = 0;
 };

@@ -40,6 +40,14 @@ struct ProcessState {
   int16_t ComPortCancelled = 0;
   int16_t RemoteComPort = 0;
 
+  // the communications wizard: the page loop's flags, the kind of scan, and its result
+  // for the caller (a port number, or 65535 for none)
+  int16_t WizardDone = 0;
+  int16_t WizardAborted = 0;
+  int16_t WizardGoBack = 0;
+  int16_t WizardByModem = 0;
+  int32_t WizardFoundPort = 0;
+
   // settings.ini
   int16_t ComPortNumber = 1;
   int16_t DebugLevel = 0;

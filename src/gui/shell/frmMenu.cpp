@@ -16,8 +16,12 @@
 #include "editors/ClidModel.h"
 #include "editors/ConfigModel.h"
 #include "editors/ScheduleModel.h"
+#include "gui/connectivity/frmCommResults.h"
+#include "gui/connectivity/frmCommType.h"
+#include "gui/connectivity/frmCommWarning.h"
 #include "gui/connectivity/frmComPort.h"
 #include "gui/connectivity/frmPhoneList.h"
+#include "gui/connectivity/frmRemote.h"
 #include "gui/editors/GroupBoxes.h"
 #include "gui/editors/frmBgm.h"
 #include "gui/editors/frmClassService.h"
@@ -68,11 +72,6 @@ void OpenEditor(Session& s, QMdiArea& mdi) {
   ShowInFront(*w);
 }
 
-QString Plain(const std::string& caption) {
-  QString text = QString::fromStdString(caption);
-  text.remove('&');
-  return text;
-}
 }  // namespace
 
 frmMenu::frmMenu(Session& session, ModComm& comm, InstanceLock& instance, int splashMs)
@@ -200,8 +199,7 @@ void frmMenu::BindHandlers() {
     debug->activateWindow();
   };
 
-  // Windows still to come. The window-opening guard holds for the programming windows but
-  // the clocks.
+  // The window-opening guard holds for the programming windows but the clocks.
   for (int i = 1; i <= 6; ++i) h["mnuSched" + std::to_string(i)] = [&s, i] { mnuSched_Click(s, i); };
   h["mnuAllSched"] = [&s] { mnuAllSched_Click(s); };
   h["mnuArchNum"] = [&s] { mnuArchNum_Click(s); };
@@ -217,13 +215,6 @@ void frmMenu::BindHandlers() {
   h["mnuManualConnect"] = [this] { mnuManualConnect_Click(*modem_); };
   h["mnuModemRelease"] = [this] { mnuModemRelease_Click(*modem_); };
   h["mnuPrint"] = [&s] { mnuPrint_Click(s); };
-}
-
-void frmMenu::NotYetBuilt(const std::string& item, bool guarded) {
-  if (guarded && WindowOpenBlocked(session_)) return;
-  const std::string caption = Plain(session_.menu.Item(item).caption).toStdString();
-  session_.Message("\"" + caption + "\" is not part of this version of the " + session_.product.ProductTitle + ".",
-                   Buttons::Ok, Icon::Information);
 }
 
 void frmMenu::QuickMenu(const std::string& entry) {
@@ -309,14 +300,24 @@ void frmMenu::ShowModal(const std::string& name) {
     frmComPort(session_, comm_, MapPorts(session_.journal(), session_.state.SettingsPath, DiscoverPorts()), this)
         .exec();
   if (name == "frmManConnect") frmManConnect(session_, *modem_, this).exec();
+  // the wizard's pages stand over the port window that runs them
+  QWidget* front = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this;
+  if (name == kCommTypePage) frmCommType(session_, front).exec();
+  if (name == kCommWarningPage) frmCommWarning(session_, front).exec();
+  if (name == kCommResultsPage) frmCommResults(session_, comm_, *modem_, front).exec();
   if (name == "frmClock") frmClock(session_, this).exec();
   if (name == "frmPrint") frmPrint(session_, this).exec();
 }
 
 void frmMenu::Show(const std::string& name) {
   if (name == "frmSwitchBoard") switchBoard_->Form_Load();
-  // the remote modem's setup is still to come
-  if (name == "frmRemote") NotYetBuilt("mnuRemoteModem", false);
+  if (name == "frmRemote") {
+    // a new window each time, gone when it closes
+    auto* remote = new frmRemote(session_, *modem_, this);
+    remote->show();
+    remote->raise();
+    remote->activateWindow();
+  }
   if (name == "frmClid") {
     if (!clid_) clid_ = new frmClid(session_, mdi_);
     clid_->Open(*mdi_);

@@ -87,8 +87,6 @@ class frmMenu : public QMainWindow, public MainWindowHost, public WindowOpener {
   void BuildMenus();
   void Mirror(const std::string& name);
   void BindHandlers();
-  // The notice of a menu item whose window is not built yet.
-  void NotYetBuilt(const std::string& item, bool guarded);
   void KeepProgressInView();
   void mnuSwitchBoard_Click();
   void mnuExit_Click();
